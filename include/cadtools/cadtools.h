@@ -1,0 +1,23 @@
+// cadtools: the whole public interface in one include.
+//
+//   #include <cadtools/cadtools.h>
+//
+//   WRect r(0, 0, 10, 10);
+//   r.GetPtPosToRect(WPt(5, 11), 0, 0);        // WRect::Bottom
+//   double x, y;
+//   CMathTools::ll_Intersection(0, 0, 2, 0, 1, -1, 1, 1, &x, &y, 0, 0);  // 2, (1, 0)
+#pragma once
+
+// Framework value types.
+#include <cadtools/compat/win_types.h>
+#include <cadtools/compat/exceptions.h>
+#include <cadtools/compat/point_size_rect.h>
+#include <cadtools/compat/carray.h>
+
+// Plane geometry.
+#include <cadtools/geometry/wpt.h>
+#include <cadtools/geometry/wrect.h>
+#include <cadtools/geometry/math_tools.h>
+
+// Library version.
+#include <cadtools/version.h>
