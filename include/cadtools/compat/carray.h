@@ -8,13 +8,16 @@
 //
 // Indexes are INT_PTR as in MFC. Every index outside [0, GetSize()) raises
 // the framework's invalid-argument exception instead of reading past the
-// end, and so does a negative size.
+// end, and so does a negative size. Growth that cannot be allocated raises
+// CMemoryException, as MFC's arrays do.
 #pragma once
 
 #include <cadtools/compat/exceptions.h>
 #include <cadtools/compat/win_types.h>
 
 #include <cstddef>
+#include <new>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -38,7 +41,7 @@ class CArray : public CObject {
   void SetSize(INT_PTR nNewSize, INT_PTR nGrowBy = -1) {
     static_cast<void>(nGrowBy);
     if (nNewSize < 0) cadtools::ThrowInvalidArg();
-    m_items.resize(static_cast<std::size_t>(nNewSize));
+    Grow([&] { m_items.resize(static_cast<std::size_t>(nNewSize)); });
   }
   void FreeExtra() { m_items.shrink_to_fit(); }
   void RemoveAll() noexcept { m_items.clear(); }
@@ -61,18 +64,20 @@ class CArray : public CObject {
     m_items[static_cast<std::size_t>(nIndex)] = newElement;
   }
   INT_PTR Add(ARG_TYPE newElement) {
-    m_items.push_back(newElement);
+    Grow([&] { m_items.push_back(newElement); });
     return GetUpperBound();
   }
   // Appends a copy of src; returns the index of its first element.
   INT_PTR Append(const CArray& src) {
     const INT_PTR first = GetSize();
-    if (&src == this) {
-      const std::vector<TYPE> copy = m_items;
-      m_items.insert(m_items.end(), copy.begin(), copy.end());
-    } else {
-      m_items.insert(m_items.end(), src.m_items.begin(), src.m_items.end());
-    }
+    Grow([&] {
+      if (&src == this) {
+        const std::vector<TYPE> copy = m_items;
+        m_items.insert(m_items.end(), copy.begin(), copy.end());
+      } else {
+        m_items.insert(m_items.end(), src.m_items.begin(), src.m_items.end());
+      }
+    });
     return first;
   }
   void Copy(const CArray& src) {
@@ -83,7 +88,7 @@ class CArray : public CObject {
     if (nIndex < 0 || nCount < 0) cadtools::ThrowInvalidArg();
     const TYPE value = newElement;  // may alias an element that moves
     if (nIndex >= GetSize()) SetSize(nIndex);
-    m_items.insert(m_items.begin() + nIndex, static_cast<std::size_t>(nCount), value);
+    Grow([&] { m_items.insert(m_items.begin() + nIndex, static_cast<std::size_t>(nCount), value); });
   }
   void RemoveAt(INT_PTR nIndex, INT_PTR nCount = 1) {
     if (nIndex < 0 || nCount < 0 || nCount > GetSize() - nIndex) cadtools::ThrowInvalidArg();
@@ -97,6 +102,18 @@ class CArray : public CObject {
   auto end() const noexcept { return m_items.end(); }
 
  private:
+  // Runs a growing operation, reporting exhaustion as the framework does.
+  template <class F>
+  static void Grow(F&& grow) {
+    try {
+      grow();
+    } catch (const std::bad_alloc&) {
+      cadtools::ThrowMemory();
+    } catch (const std::length_error&) {
+      cadtools::ThrowMemory();
+    }
+  }
+
   std::size_t Checked(INT_PTR nIndex) const {
     if (nIndex < 0 || nIndex >= GetSize()) cadtools::ThrowInvalidArg();
     return static_cast<std::size_t>(nIndex);
