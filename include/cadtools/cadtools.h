@@ -13,6 +13,13 @@
 #include <cadtools/compat/exceptions.h>
 #include <cadtools/compat/point_size_rect.h>
 #include <cadtools/compat/carray.h>
+#include <cadtools/compat/wide_space.h>
+#include <cadtools/compat/wide_case.h>
+#include <cadtools/compat/cstring.h>
+#include <cadtools/compat/cstring_array.h>
+#include <cadtools/compat/position.h>
+#include <cadtools/compat/cmap.h>
+#include <cadtools/compat/coblist.h>
 
 // Plane geometry.
 #include <cadtools/geometry/wpt.h>
