@@ -2,6 +2,7 @@
 #include <cadtools/geometry/math_tools.h>
 
 #include "geometry/constants.h"
+#include "geometry/on_line.h"
 
 #include <array>
 #include <cmath>
@@ -33,8 +34,9 @@ double CMathTools::OrthogLength(double x1, double y1, double x2, double y2) {
 }
 
 double CMathTools::CalculateDistanceToLine(WPt p, WPt a, WPt b) {
-  const int where = On_Entity(a.x, a.y, b.x, b.y, p.x, p.y);
-  if (where == 5 || where == 6) return -1.0;
+  // On_Entity's codes 5 and 6 are exactly "beyond the ends", which its
+  // extent test decides alone; the direction part would not change it.
+  if (ZoneOf(a.x, a.y, b.x, b.y, p.x, p.y) == SegmentZone::kOutsideExtent) return -1.0;
   return std::fabs((p.x - a.x) * (b.y - a.y) - (p.y - a.y) * (b.x - a.x)) /
          std::sqrt((b.y - a.y) * (b.y - a.y) + (b.x - a.x) * (b.x - a.x));
 }

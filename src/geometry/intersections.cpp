@@ -50,20 +50,25 @@ int CMathTools::ll_Intersection(double x1, double y1, double x2, double y2, doub
 }
 
 int CMathTools::On_Entity(double x1, double y1, double x2, double y2, double px, double py) {
-  if (std::fabs(x1 - px) < kCoarse && std::fabs(y1 - py) < kCoarse) return 1;
-  if (std::fabs(x2 - px) < kCoarse && std::fabs(y2 - py) < kCoarse) return 2;
+  const SegmentZone zone = ZoneOf(x1, y1, x2, y2, px, py);
+  if (zone == SegmentZone::kAtStart) return 1;
+  if (zone == SegmentZone::kAtEnd) return 2;
+  const bool withinExtent = zone == SegmentZone::kWithinExtent;
 
-  const double minX = std::min(x1, x2);
-  const double maxX = std::max(x1, x2);
-  const double minY = std::min(y1, y2);
-  const double maxY = std::max(y1, y2);
-  const bool withinX =
-      px > minX && px <= maxX && std::fabs(px - minX) >= kCoarse && std::fabs(px - maxX) >= kCoarse;
-  const bool withinY =
-      py > minY && py <= maxY && std::fabs(py - minY) >= kCoarse && std::fabs(py - maxY) >= kCoarse;
-  const bool withinExtent = withinX || withinY;
-
-  if (ClearlyOffLine(x2 - x1, y2 - y1, px - x1, py - y1)) return withinExtent ? 4 : 6;
+  switch (RelateToLine(x2 - x1, y2 - y1, px - x1, py - y1)) {
+    case LineRelation::kOff:
+      return withinExtent ? 4 : 6;
+    case LineRelation::kAlongForward:
+      if (withinExtent) return 3;
+      if (AwayFromDirectionCut(x2 - x1, y2 - y1)) return 5;
+      break;
+    case LineRelation::kAlongBackward:
+      if (withinExtent) return 4;  // a->p points away from a->b
+      if (AwayFromDirectionCut(x2 - x1, y2 - y1)) return 5;
+      break;
+    case LineRelation::kUnknown:
+      break;
+  }
 
   const double s = Direction(x2 - x1, y2 - y1, kFine);
   const double q = Direction(px - x1, py - y1, kFine);

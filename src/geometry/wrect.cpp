@@ -2,6 +2,7 @@
 #include <cadtools/geometry/wrect.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 void WRect::NormalizeRect() noexcept {

@@ -4,6 +4,8 @@
 #include "geometry/geometry_test_util.h"
 
 #include <cmath>
+#include <iterator>
+#include <limits>
 #include <random>
 
 using cadtools::test::kTwoPi;
@@ -43,12 +45,14 @@ int ReferenceOnEntity(double x1, double y1, double x2, double y2, double px, dou
 }
 
 TEST_F(GeometryProperties, OnEntityAgreesWithTheDirectionTestNearTheThreshold) {
-  for (int i = 0; i < kRounds; ++i) {
+  for (int i = 0; i < kRounds * 5; ++i) {
     const WPt a = Point();
     // Scale the segment from tiny to long; put p at an angle around the
     // 0.001 rad threshold, before, on or beyond the segment.
     const double length = std::pow(10.0, Unit() * 7 - 4);
-    const double theta = Unit() * kTwoPi;
+    // Every fourth segment points within 0.004 rad of the 0 / 2pi cut,
+    // where the host's test treats the wrap-around unevenly.
+    const double theta = i % 4 == 1 ? (Unit() - 0.5) * 0.008 : Unit() * kTwoPi;
     const WPt b(a.x + length * std::cos(theta), a.y + length * std::sin(theta));
     const double off = (Unit() * 2 - 1) * 0.0012 + (i % 2 == 0 ? 0.0 : cadtools::test::kPi);
     const double reach = length * (Unit() * 2.4 - 0.2);
@@ -56,6 +60,36 @@ TEST_F(GeometryProperties, OnEntityAgreesWithTheDirectionTestNearTheThreshold) {
     ASSERT_EQ(CMathTools::On_Entity(a.x, a.y, b.x, b.y, p.x, p.y), ReferenceOnEntity(a.x, a.y, b.x, b.y, p.x, p.y))
         << "a " << testing::PrintToString(a) << " b " << testing::PrintToString(b) << " p "
         << testing::PrintToString(p);
+  }
+}
+
+// The tolerant rectangle tests as the host writes them.
+int ReferencePtInRect(const WRect& r, double x, double y) {
+  if (x <= r.left && std::fabs(r.left - x) >= 0.001) return 0;
+  if (x > r.right && std::fabs(r.right - x) >= 0.001) return 0;
+  if (y <= r.top && std::fabs(r.top - y) >= 0.001) return 0;
+  if (y > r.bottom && std::fabs(r.bottom - y) >= 0.001) return 0;
+  return 1;
+}
+
+int ReferenceIntersectRect(const WRect& r, const WRect& o) {
+  if (o.left > r.right && std::fabs(r.right - o.left) >= 0.001) return 0;
+  if (o.right <= r.left && std::fabs(r.left - o.right) >= 0.001) return 0;
+  if (o.top > r.bottom && std::fabs(r.bottom - o.top) >= 0.001) return 0;
+  return o.bottom > r.top || std::fabs(r.top - o.bottom) < 0.001 ? 1 : 0;
+}
+
+TEST_F(GeometryProperties, TolerantRectTestsMatchTheirLiteralForm) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const double values[] = {-inf, -10, -0.0011, -0.001, -0.0005, -0.0, 0.0, 0.0005, 0.001, 0.0011,
+                           1, 1.001, 10, 10.0005, 10.001, inf, std::numeric_limits<double>::quiet_NaN()};
+  const auto pick = [&] { return values[std::uniform_int_distribution<std::size_t>(0, std::size(values) - 1)(rng_)]; };
+  for (int i = 0; i < kRounds * 5; ++i) {
+    const WRect r(pick(), pick(), pick(), pick()), o(pick(), pick(), pick(), pick());
+    const double x = pick(), y = pick();
+    ASSERT_EQ(r.PtInRect(x, y, 1), ReferencePtInRect(r, x, y)) << testing::PrintToString(r) << " " << x << "," << y;
+    ASSERT_EQ(r.IntersectRect(o, 1), ReferenceIntersectRect(r, o))
+        << testing::PrintToString(r) << " " << testing::PrintToString(o);
   }
 }
 

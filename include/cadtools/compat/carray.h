@@ -64,7 +64,11 @@ class CArray : public CObject {
     m_items[static_cast<std::size_t>(nIndex)] = newElement;
   }
   INT_PTR Add(ARG_TYPE newElement) {
-    Grow([&] { m_items.push_back(newElement); });
+    if (m_items.size() < m_items.capacity()) {
+      m_items.push_back(newElement);  // cannot allocate, so cannot throw
+    } else {
+      Grow([&] { m_items.push_back(newElement); });
+    }
     return GetUpperBound();
   }
   // Appends a copy of src; returns the index of its first element.
@@ -103,8 +107,10 @@ class CArray : public CObject {
 
  private:
   // Runs a growing operation, reporting exhaustion as the framework does.
+  // Kept out of line: exception handling inside a caller's loop (Add in a
+  // sampling loop) would make the compiler keep the loop's values in memory.
   template <class F>
-  static void Grow(F&& grow) {
+  [[gnu::noinline]] static void Grow(F&& grow) {
     try {
       grow();
     } catch (const std::bad_alloc&) {

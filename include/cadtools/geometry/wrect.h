@@ -21,7 +21,7 @@
 #include <cadtools/export.h>
 #include <cadtools/geometry/wpt.h>
 
-#include <cmath>
+
 #include <type_traits>
 
 struct CADTOOLS_API WRect {
@@ -112,10 +112,12 @@ struct CADTOOLS_API WRect {
     if (tolerant == 0) {
       return !(other.left > right || left > other.right || other.top > bottom || top > other.bottom);
     }
-    if (other.left > right && std::fabs(right - other.left) >= kTolerance) return 0;
-    if (other.right <= left && std::fabs(left - other.right) >= kTolerance) return 0;
-    if (other.top > bottom && std::fabs(bottom - other.top) >= kTolerance) return 0;
-    return other.bottom > top || std::fabs(top - other.bottom) < kTolerance;
+    // "other.left > right && |right - other.left| >= tol" is exactly
+    // "other.left - right >= tol" (NaN and infinities included), and so on
+    // for each edge; the short form lets the compiler drop the branches.
+    return !(other.left - right >= kTolerance || left - other.right >= kTolerance ||
+             other.top - bottom >= kTolerance) &&
+           top - other.bottom < kTolerance;
   }
 
   // 1 when the point is inside or on the edge; with `tolerant`, up to 0.001
@@ -131,11 +133,10 @@ struct CADTOOLS_API WRect {
     if (tolerant == 0) {
       return left <= x && x <= right && top <= y && y <= bottom;
     }
-    if (x <= left && std::fabs(left - x) >= kTolerance) return 0;
-    if (x > right && std::fabs(right - x) >= kTolerance) return 0;
-    if (y <= top && std::fabs(top - y) >= kTolerance) return 0;
-    if (y > bottom && std::fabs(bottom - y) >= kTolerance) return 0;
-    return 1;
+    // Rejected when at least 0.001 beyond an edge: "x <= left and
+    // |left - x| >= tol" is exactly "left - x >= tol", and likewise below.
+    return !(left - x >= kTolerance || x - right >= kTolerance || top - y >= kTolerance ||
+             y - bottom >= kTolerance);
   }
 
   // 1 when all four corners of other pass PtInRect with the same flag.
