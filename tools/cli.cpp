@@ -1,0 +1,64 @@
+#include "cli.h"
+
+#include "errors.h"
+#include "geom.h"
+#include "help.h"
+#include "tour.h"
+
+#include <cadtools/compat/exceptions.h>
+#include <cadtools/version.h>
+
+#include <new>
+#include <ostream>
+#include <string>
+
+namespace cadtools::cli {
+namespace {
+
+void Dispatch(std::span<const std::string_view> args, std::ostream& out) {
+  if (args.empty()) throw UsageError("no command given");
+  const std::string_view command = args[0];
+  if (command == "--help" || command == "-h" || command == "help") {
+    out << FullHelp();
+  } else if (command == "--version") {
+    out << "cadtools " << kVersionString << '\n';
+  } else if (command == "tour") {
+    if (args.size() > 1) throw UsageError("tour takes no arguments");
+    PrintTour(out);
+  } else if (command == "geom") {
+    RunGeom(args.subspan(1), out);
+  } else {
+    throw UsageError("unknown command '" + std::string(command) + "'");
+  }
+}
+
+}  // namespace
+
+int Run(std::span<const std::string_view> args, std::ostream& out, std::ostream& err) {
+  try {
+    Dispatch(args, out);
+    out.flush();
+    if (!out) throw OutputError("cannot write to standard output");
+    return kExitOk;
+  } catch (const UsageError& e) {
+    err << "cadtools: " << e.what() << '\n'
+        << (e.usage().empty() ? ShortUsage() : e.usage()) << "Run 'cadtools --help' for all questions and options.\n";
+    return kExitUsage;
+  } catch (const OutputError& e) {
+    err << "cadtools: " << e.what() << '\n';
+    return kExitOutput;
+  } catch (const std::bad_alloc&) {
+    err << "cadtools: out of memory\n";
+    return kExitOutput;
+  } catch (CException* e) {
+    // The library's own exceptions come as heap pointers.
+    e->Delete();
+    err << "cadtools: the library rejected an argument\n";
+    return kExitOutput;
+  } catch (const std::exception& e) {
+    err << "cadtools: " << e.what() << '\n';
+    return kExitOutput;
+  }
+}
+
+}  // namespace cadtools::cli

@@ -1,0 +1,32 @@
+// The two ways a command can fail, and the exit status each one maps to.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace cadtools::cli {
+
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitOutput = 1;  // a picture or the answer could not be written
+inline constexpr int kExitUsage = 2;   // the command line itself is wrong
+
+// A command line that cannot be answered. `usage` is the synopsis to show
+// with the message; empty means the general one.
+class UsageError : public std::runtime_error {
+ public:
+  explicit UsageError(const std::string& message, std::string usage = {})
+      : std::runtime_error(message), usage_(std::move(usage)) {}
+  const std::string& usage() const noexcept { return usage_; }
+
+ private:
+  std::string usage_;
+};
+
+// The answer was computed but could not be written out.
+class OutputError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace cadtools::cli

@@ -1,0 +1,11 @@
+// `cadtools tour`: a short walk through the geometry, each call shown with
+// the result it gives now.
+#pragma once
+
+#include <iosfwd>
+
+namespace cadtools::cli {
+
+void PrintTour(std::ostream& out);
+
+}  // namespace cadtools::cli
