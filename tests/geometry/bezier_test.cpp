@@ -53,6 +53,19 @@ TEST(Bezier, SummedParameterStopsShortOfTheEnd) {
   EXPECT_EQ(output[12], WPt(1, 0));
 }
 
+TEST(Bezier, LongParameterListsKeepTheSameRule) {
+  // 2^-10 sums exactly: 1025 points per segment, the last one at t = 1.
+  CArray<WPt, WPt> input = Points({WPt(0, 0), WPt(0, 1), WPt(1, 1), WPt(1, 0), WPt(1, -1), WPt(2, -1), WPt(2, 0)});
+  CArray<WPt, WPt> output;
+  CMathTools::CalculateBezierPoints(&input, output, 1.0 / 1024);
+  ASSERT_EQ(output.GetSize(), 2 * 1025);
+  EXPECT_EQ(output[512], WPt(0.5, 0.75));
+  EXPECT_EQ(output[1024], WPt(1, 0));
+  EXPECT_EQ(output[1025], WPt(1, 0));
+  EXPECT_EQ(output[1025 + 512], WPt(1.5, -0.75));
+  EXPECT_EQ(output[2049], WPt(2, 0));
+}
+
 TEST(Bezier, GuardsAppendNothing) {
   CArray<WPt, WPt> input = Points({WPt(0, 0), WPt(0, 1), WPt(1, 1), WPt(1, 0)});
   for (const double step : {0.0, -0.5, std::numeric_limits<double>::quiet_NaN(), 1e-300}) {
