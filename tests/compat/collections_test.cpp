@@ -11,22 +11,13 @@
 #include <utility>
 #include <vector>
 
+#include "compat/compat_test_util.h"
+
 #define W CADTOOLS_WIDE
 
 namespace {
 
-// Runs f and reports whether it raised the library's invalid-argument
-// exception, caught and released as host code does.
-bool ThrowsInvalidArg(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (CException* e) {
-    const bool ok = dynamic_cast<CInvalidArgException*>(e) != nullptr;
-    e->Delete();
-    return ok;
-  }
-  return false;
-}
+using cadtools::test::ThrowsInvalidArg;
 
 TEST(CArrayTest, OutOfRangeRaisesInvalidArg) {
   CArray<int, int> a;

@@ -9,22 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "compat/compat_test_util.h"
+
 #define W CADTOOLS_WIDE
 
 namespace {
 
-// Runs f and reports whether it raised the library's invalid-argument
-// exception (released as the host would).
-bool ThrowsInvalidArg(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (CException* e) {
-    const bool ok = dynamic_cast<CInvalidArgException*>(e) != nullptr;
-    e->Delete();
-    return ok;
-  }
-  return false;
-}
+using cadtools::test::ThrowsInvalidArg;
 
 CString Units(std::initializer_list<unsigned> units) {
   CString s;
