@@ -38,13 +38,13 @@ enum class LineRelation { kUnknown, kOff, kAlongForward, kAlongBackward };
 
 // How v = p - a lies against u = b - a: at an angle clearly inside
 // (0.001, pi - 0.001), clearly within 0.001 of u or of -u, or unknown.
+// v must be at least 0.001 long on some axis, which it is once p is not at
+// the start point (ZoneOf).
 inline LineRelation RelateToLine(double ux, double uy, double vx, double vy) noexcept {
   constexpr double kTanAbove = 0.00100002;  // tan(0.00100001966...)
   constexpr double kTanBelow = 0.00099998;  // tan(0.00099997966...)
   constexpr double kRoundingSlack = 1e-14;
-  const bool longEnough = (std::fabs(ux) >= kCoarse || std::fabs(uy) >= kCoarse) &&
-                          (std::fabs(vx) >= kCoarse || std::fabs(vy) >= kCoarse);
-  if (!longEnough) return LineRelation::kUnknown;
+  if (!(std::fabs(ux) >= kCoarse || std::fabs(uy) >= kCoarse)) return LineRelation::kUnknown;
   const double cross = std::fabs(ux * vy - uy * vx);
   const double dot = ux * vx + uy * vy;
   const double slack = kRoundingSlack * (std::fabs(ux) + std::fabs(uy)) * (std::fabs(vx) + std::fabs(vy));
