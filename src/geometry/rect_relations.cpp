@@ -39,7 +39,7 @@ struct Crossing {
   double u;  // along the edge
 };
 
-Crossing Cross(WPt a, WPt d, const Edge& e) {
+Crossing CrossingOf(WPt a, WPt d, const Edge& e) {
   const WPt along = e.to - e.from;
   const double det = Cross(d, along);
   if (std::fabs(det) < kFine) return {true, 0.0, 0.0};
@@ -81,7 +81,7 @@ WRect::WPtPostoWRect WRect::GetPtPosToRect(WPt pt, int byDiagonals, int reserved
 int WRect::IsSegmentIntersects(WPt a, WPt b) const noexcept {
   const WPt d = b - a;
   for (const Edge& edge : EdgesOf(*this)) {
-    const Crossing c = Cross(a, d, edge);
+    const Crossing c = CrossingOf(a, d, edge);
     if (!c.parallel && StrictlyInside01(c.t) && StrictlyInside01(c.u)) return 1;
   }
   return 0;
@@ -92,7 +92,7 @@ int WRect::LineIntersects(WPt& a, WPt& b) const noexcept {
   std::array<WPt, 2> found;
   int count = 0;
   for (const Edge& edge : EdgesOf(*this)) {
-    const Crossing c = Cross(a, d, edge);
+    const Crossing c = CrossingOf(a, d, edge);
     if (c.parallel || !StrictlyInside01(c.u)) continue;
     // The point is taken on the edge, from its own parameter.
     found[static_cast<std::size_t>(count)] = edge.At(c.u);
