@@ -2,7 +2,7 @@
 // Boost.Geometry has no curves, so the peer is the loop a user would write.
 #include "pairs.h"
 
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/math_tools.h>
 
 #include <vector>
 

@@ -3,7 +3,7 @@
 #include "boost_adapters.h"
 #include "pairs.h"
 
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/math_tools.h>
 
 #include <vector>
 

@@ -5,7 +5,7 @@
 #include "format.h"
 #include "meanings.h"
 
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/math_tools.h>
 
 #include <cmath>
 

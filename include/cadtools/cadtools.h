@@ -13,18 +13,18 @@
 #include <cadtools/compat/exceptions.h>
 #include <cadtools/compat/point_size_rect.h>
 #include <cadtools/compat/carray.h>
-#include <cadtools/compat/wide_space.h>
-#include <cadtools/compat/wide_case.h>
+#include <cadtools/compat/wide_ctype.h>
 #include <cadtools/compat/cstring.h>
 #include <cadtools/compat/cstring_array.h>
 #include <cadtools/compat/position.h>
 #include <cadtools/compat/cmap.h>
 #include <cadtools/compat/coblist.h>
 
-// Plane geometry.
+// Plane geometry, numbers and units, text tools.
 #include <cadtools/geometry/wpt.h>
 #include <cadtools/geometry/wrect.h>
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/math_tools.h>
+#include <cadtools/text_tools.h>
 
 // Library version.
 #include <cadtools/version.h>

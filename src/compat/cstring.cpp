@@ -1,6 +1,5 @@
 #include <cadtools/compat/cstring.h>
-#include <cadtools/compat/wide_case.h>
-#include <cadtools/compat/wide_space.h>
+#include <cadtools/compat/wide_ctype.h>
 
 #include "compat/utf16.h"
 

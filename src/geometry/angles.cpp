@@ -1,5 +1,5 @@
 // Directions, lengths, sides of a line and the angle normalisations.
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/geometry/geometry_tools.h>
 
 #include "common/decimal_rounding.h"
 #include "common/float_narrow.h"
@@ -11,6 +11,7 @@
 #include <limits>
 #include <utility>
 
+using cadtools::GeometryTools;
 using namespace cadtools::geometry;
 using cadtools::detail::NarrowToFloat;
 
@@ -32,34 +33,34 @@ double NormalizeDegrees(double degrees) {
 
 }  // namespace
 
-double CMathTools::Angle(double x1, double y1, double x2, double y2, int coarse) {
+double GeometryTools::Angle(double x1, double y1, double x2, double y2, int coarse) {
   return Direction(x2 - x1, y2 - y1, Tolerance(coarse));
 }
 
-double CMathTools::Angle(WPt p1, WPt p2, int coarse) { return Angle(p1.x, p1.y, p2.x, p2.y, coarse); }
+double GeometryTools::Angle(WPt p1, WPt p2, int coarse) { return Angle(p1.x, p1.y, p2.x, p2.y, coarse); }
 
-double CMathTools::Angle(CPoint p1, CPoint p2, int coarse) {
+double GeometryTools::Angle(CPoint p1, CPoint p2, int coarse) {
   return Angle(static_cast<double>(p1.x), static_cast<double>(p1.y), static_cast<double>(p2.x),
                static_cast<double>(p2.y), coarse);
 }
 
-double CMathTools::Length(double x1, double y1, double x2, double y2) {
+double GeometryTools::Length(double x1, double y1, double x2, double y2) {
   return std::sqrt((y2 - y1) * (y2 - y1) + (x2 - x1) * (x2 - x1));
 }
 
-double CMathTools::Length(CPoint p1, CPoint p2) {
+double GeometryTools::Length(CPoint p1, CPoint p2) {
   const auto dx = static_cast<double>(cadtools::detail::WrapSub(p2.x, p1.x));
   const auto dy = static_cast<double>(cadtools::detail::WrapSub(p2.y, p1.y));
   return std::sqrt(dy * dy + dx * dx);
 }
 
-short CMathTools::GetLineType(double x1, double y1, double x2, double y2) {
+short GeometryTools::GetLineType(double x1, double y1, double x2, double y2) {
   if (std::fabs(y2 - y1) < kCoarse) return 0;
   if (std::fabs(x2 - x1) < kCoarse) return 1;
   return 2;
 }
 
-int CMathTools::GetSide(double x1, double y1, double x2, double y2, double px, double py) {
+int GeometryTools::GetSide(double x1, double y1, double x2, double y2, double px, double py) {
   if (std::fabs(x1 - x2) < kCoarse) {
     if (std::fabs(x1 - px) < kCoarse) return 0;
     return x1 > px ? 2 : 1;
@@ -71,12 +72,12 @@ int CMathTools::GetSide(double x1, double y1, double x2, double y2, double px, d
   return offset > 0.0 ? 1 : 2;
 }
 
-double CMathTools::Rad(double degrees, int normalize) {
+double GeometryTools::Rad(double degrees, int normalize) {
   const double radians = degrees * kPi / 180.0;
   return normalize != 0 ? NormalizeRad(radians) : radians;
 }
 
-double CMathTools::Grad(double radians, int normalize) {
+double GeometryTools::Grad(double radians, int normalize) {
   if (normalize == 0) return radians * 180.0 / kPi;
   const double degrees = NormalizeRad(radians) * 180.0 / kPi;
   // Tenths of a degree, rounded half up through a 16-bit integer as the host
@@ -87,7 +88,7 @@ double CMathTools::Grad(double radians, int normalize) {
   return static_cast<double>(whole) / 10.0;
 }
 
-double CMathTools::NormalizeRad(double radians) {
+double GeometryTools::NormalizeRad(double radians) {
   if (std::isinf(radians)) return kNaN;
   radians = BringNearZero(radians, kTwoPi);
   while (radians < 0.0) radians += kTwoPi;
@@ -95,7 +96,7 @@ double CMathTools::NormalizeRad(double radians) {
   return radians;
 }
 
-double CMathTools::NormAngle(double degrees, double lower) {
+double GeometryTools::NormAngle(double degrees, double lower) {
   const float lowerNarrow = NarrowToFloat(lower);
   if (std::isinf(degrees) || lowerNarrow == std::numeric_limits<float>::infinity()) return kNaN;
   degrees = BringNearZero(degrees, kTurnDegrees);
@@ -106,7 +107,7 @@ double CMathTools::NormAngle(double degrees, double lower) {
   return degrees;
 }
 
-void CMathTools::Norm2Angles(double& start, double& end) {
+void GeometryTools::Norm2Angles(double& start, double& end) {
   if (std::isinf(start)) start = kNaN;
   if (std::isinf(end)) end = kNaN;
   start = NormalizeDegrees(start);
@@ -124,7 +125,7 @@ void CMathTools::Norm2Angles(double& start, double& end) {
   }
 }
 
-int CMathTools::IsEqual_Angle(double a, double b) {
+int GeometryTools::IsEqual_Angle(double a, double b) {
   if (std::isinf(a) || std::isinf(b)) return 0;
   float fa = NarrowToFloat(NormalizeDegrees(a));
   float fb = NarrowToFloat(NormalizeDegrees(b));
@@ -135,9 +136,9 @@ int CMathTools::IsEqual_Angle(double a, double b) {
          static_cast<double>(std::fabs(fb - (fa + 360.0f))) < kCoarse;
 }
 
-int CMathTools::IsLess_Angle(double a, double b) { return NarrowToFloat(b) > NarrowToFloat(a); }
+int GeometryTools::IsLess_Angle(double a, double b) { return NarrowToFloat(b) > NarrowToFloat(a); }
 
-int CMathTools::SortAngle(double& a, double& b) {
+int GeometryTools::SortAngle(double& a, double& b) {
   if (NarrowToFloat(a) > NarrowToFloat(b)) {
     std::swap(a, b);
     return 1;
@@ -145,12 +146,12 @@ int CMathTools::SortAngle(double& a, double& b) {
   return 0;
 }
 
-double CMathTools::RadEllipse(double a, double b, double degrees) {
+double GeometryTools::RadEllipse(double a, double b, double degrees) {
   const double t = degrees * kPi / 180.0;
   return std::atan2(std::sin(t) * std::fabs(a), std::cos(t) * std::fabs(b));
 }
 
-double CMathTools::NormSinOrCos(double v) {
+double GeometryTools::NormSinOrCos(double v) {
   if (-1.0 <= v && v <= 1.0) {
     if (std::fabs(v) < kFine || std::fabs(v) < 1e-7) return 0.0;
     if (std::fabs(1.0 - v) < 1e-7) return 1.0;

@@ -1,9 +1,11 @@
 // Cubic Bezier chains sampled into polylines.
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/geometry/geometry_tools.h>
 
 #include <array>
 #include <cstddef>
 #include <vector>
+
+using cadtools::GeometryTools;
 
 namespace {
 
@@ -23,7 +25,7 @@ WPt CubicPoint(const WPt& p0, const WPt& p1, const WPt& p2, const WPt& p3, doubl
 
 }  // namespace
 
-void CMathTools::CalculateBezierPoints(CArray<WPt, WPt>* input, CArray<WPt, WPt>& output, double step) {
+void GeometryTools::CalculateBezierPoints(CArray<WPt, WPt>* input, CArray<WPt, WPt>& output, double step) {
   if (input == nullptr) return;
   // The count is taken once, so output may be the input array itself.
   const INT_PTR count = input->GetSize();

@@ -1,5 +1,5 @@
 // Distances from a point to lines, segments and a rectangle's outline.
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/geometry/geometry_tools.h>
 
 #include "geometry/constants.h"
 #include "geometry/on_line.h"
@@ -7,15 +7,16 @@
 #include <array>
 #include <cmath>
 
+using cadtools::GeometryTools;
 using namespace cadtools::geometry;
 
 namespace {
 
-double Distance(WPt a, WPt b) { return CMathTools::Length(a.x, a.y, b.x, b.y); }
+double Distance(WPt a, WPt b) { return GeometryTools::Length(a.x, a.y, b.x, b.y); }
 
 }  // namespace
 
-double CMathTools::DistToLine(WPt p, WPt a, WPt b) {
+double GeometryTools::DistToLine(WPt p, WPt a, WPt b) {
   if (Distance(p, a) + Distance(p, b) > 1.1 * Distance(a, b)) return -1.0;
   // The host's picking measure, reproduced as it is, + 1 included.
   const double c = (b.y - a.y) * (p.x - a.x) - (b.x - a.x) * (p.y - a.y);
@@ -23,17 +24,17 @@ double CMathTools::DistToLine(WPt p, WPt a, WPt b) {
          std::sqrt((b.y - a.y) * (b.y - a.y) + (b.x - a.x) * (b.x - a.x) + 1.0);
 }
 
-double CMathTools::DistToLine1(WPt p, WPt a, WPt b) {
+double GeometryTools::DistToLine1(WPt p, WPt a, WPt b) {
   return std::fabs(b.x * a.y - b.y * a.x + (a.x - b.x) * p.y + (b.y - a.y) * p.x) /
          std::sqrt((a.x - b.x) * (a.x - b.x) + (b.y - a.y) * (b.y - a.y));
 }
 
-double CMathTools::OrthogLength(double x1, double y1, double x2, double y2) {
+double GeometryTools::OrthogLength(double x1, double y1, double x2, double y2) {
   if (x1 != x2 && y1 != y2) return std::fabs(y2 - y1) + std::fabs(x2 - x1);
   return Length(x1, y1, x2, y2);
 }
 
-double CMathTools::CalculateDistanceToLine(WPt p, WPt a, WPt b) {
+double GeometryTools::CalculateDistanceToLine(WPt p, WPt a, WPt b) {
   // On_Entity's codes 5 and 6 are exactly "beyond the ends", which its
   // extent test decides alone; the direction part would not change it.
   if (ZoneOf(a.x, a.y, b.x, b.y, p.x, p.y) == SegmentZone::kOutsideExtent) return -1.0;
@@ -41,7 +42,7 @@ double CMathTools::CalculateDistanceToLine(WPt p, WPt a, WPt b) {
          std::sqrt((b.y - a.y) * (b.y - a.y) + (b.x - a.x) * (b.x - a.x));
 }
 
-double CMathTools::CalculateDistanceToRect(WPt p, WRect r) {
+double GeometryTools::CalculateDistanceToRect(WPt p, WRect r) {
   const WPt topLeft(r.left, r.top);
   const WPt bottomLeft(r.left, r.bottom);
   const WPt bottomRight(r.right, r.bottom);
@@ -61,7 +62,7 @@ double CMathTools::CalculateDistanceToRect(WPt p, WRect r) {
   return nearest < kNoDistance ? nearest : -1.0;
 }
 
-void CMathTools::GetOrthogPtsOnDistance(WPt a, WPt b, WPt p, double dist, WPt& ccwPt, WPt& cwPt) {
+void GeometryTools::GetOrthogPtsOnDistance(WPt a, WPt b, WPt p, double dist, WPt& ccwPt, WPt& cwPt) {
   const double direction = Angle(a, b, 0);
   const WPt v = PolarRound(p.x, p.y, direction, dist, 6) - p;
   // Rotations by +-pi/2 through cos and sin at run time: the cosine term is

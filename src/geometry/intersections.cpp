@@ -1,5 +1,5 @@
 // Line/line and circle/circle intersections, and points against segments.
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/geometry/geometry_tools.h>
 
 #include "geometry/constants.h"
 #include "geometry/direction.h"
@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+using cadtools::GeometryTools;
 using namespace cadtools::geometry;
 
 namespace {
@@ -24,7 +25,7 @@ bool WithinSegment(double t, int inclusive) {
 
 }  // namespace
 
-int CMathTools::ll_Intersection(double x1, double y1, double x2, double y2, double x3, double y3,
+int GeometryTools::ll_Intersection(double x1, double y1, double x2, double y2, double x3, double y3,
                                 double x4, double y4, double* ix, double* iy, int inclusive,
                                 int coarse) {
   const double dx = x2 - x1;
@@ -49,7 +50,7 @@ int CMathTools::ll_Intersection(double x1, double y1, double x2, double y2, doub
   return 5;
 }
 
-int CMathTools::On_Entity(double x1, double y1, double x2, double y2, double px, double py) {
+int GeometryTools::On_Entity(double x1, double y1, double x2, double y2, double px, double py) {
   const SegmentZone zone = ZoneOf(x1, y1, x2, y2, px, py);
   if (zone == SegmentZone::kAtStart) return 1;
   if (zone == SegmentZone::kAtEnd) return 2;
@@ -82,7 +83,7 @@ int CMathTools::On_Entity(double x1, double y1, double x2, double y2, double px,
   return std::fabs(q - s) < kCoarse || std::fabs(r - s) < kCoarse ? 5 : 6;
 }
 
-int CMathTools::PtOnLine(double x1, double y1, double x2, double y2, double px, double py,
+int GeometryTools::PtOnLine(double x1, double y1, double x2, double y2, double px, double py,
                          int inclusive) {
   if (x1 != x2 && y1 != y2) return 0;
   double tested = px;
@@ -103,7 +104,7 @@ int CMathTools::PtOnLine(double x1, double y1, double x2, double y2, double px, 
   return Length(px, py, x2, y2) >= Length(px, py, x1, y1) ? 2 : 3;
 }
 
-int CMathTools::aa_Intersection(double cx1, double cy1, double r1, double cx2, double cy2, double r2,
+int GeometryTools::aa_Intersection(double cx1, double cy1, double r1, double cx2, double cy2, double r2,
                                 double* x1, double* y1, double* x2, double* y2) {
   const double dx = cx2 - cx1;
   const double dy = cy2 - cy1;

@@ -1,5 +1,5 @@
 // Where points and segments lie relative to a rectangle.
-#include <cadtools/geometry/math_tools.h>
+#include <cadtools/geometry/geometry_tools.h>
 #include <cadtools/geometry/wrect.h>
 
 #include "geometry/constants.h"
@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 
+using cadtools::GeometryTools;
 using namespace cadtools::geometry;
 
 namespace {
@@ -56,8 +57,8 @@ WRect::WPtPostoWRect WRect::GetPtPosToRect(WPt pt, int byDiagonals, int reserved
   const double x = pt.x;
   const double y = pt.y;
   if (byDiagonals != 0) {
-    const int s1 = CMathTools::GetSide(left, top, right, bottom, x, y);
-    const int s2 = CMathTools::GetSide(left, bottom, right, top, x, y);
+    const int s1 = GeometryTools::GetSide(left, top, right, bottom, x, y);
+    const int s2 = GeometryTools::GetSide(left, bottom, right, top, x, y);
     if (s1 == 1 && s2 == 2) return Left;
     if (s1 == 1 && s2 == 1) return Bottom;
     if (s1 == 2 && s2 == 1) return Right;
@@ -107,7 +108,7 @@ int WRect::LineIntersects(WPt& a, WPt& b) const noexcept {
 
 int WRect::IsSegmentIntersecting(WPt a, WPt b) const noexcept {
   const auto onSegment = [this](WPt p) {
-    const int where = CMathTools::On_Entity(left, top, right, bottom, p.x, p.y);
+    const int where = GeometryTools::On_Entity(left, top, right, bottom, p.x, p.y);
     return where >= 1 && where <= 3;
   };
   return onSegment(a) || onSegment(b);

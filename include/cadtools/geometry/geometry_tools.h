@@ -1,4 +1,5 @@
-// CMathTools: the library's static geometric functions.
+// cadtools::GeometryTools: the static geometric functions of CMathTools
+// (include <cadtools/math_tools.h> and call them as CMathTools::...).
 //
 // Directions are radians in [0, 2pi); arc angles are degrees in [0, 360).
 // Tolerances are strict ("smaller than" counts as equal):
@@ -34,12 +35,10 @@
 
 #include <cstdint>
 
-class CADTOOLS_API CMathTools {
+namespace cadtools {
+
+class CADTOOLS_API GeometryTools {
  public:
-  CMathTools() = default;
-  CMathTools(const CMathTools&) = default;
-  CMathTools& operator=(const CMathTools&) = default;
-  virtual ~CMathTools();
 
   // ---- Tolerances and integer helpers --------------------------------
 
@@ -224,3 +223,5 @@ class CADTOOLS_API CMathTools {
   // are; leftover points are ignored; output is not cleared.
   static void CalculateBezierPoints(CArray<WPt, WPt>* input, CArray<WPt, WPt>& output, double step);
 };
+
+}  // namespace cadtools
