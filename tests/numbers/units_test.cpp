@@ -14,7 +14,8 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr float kNaNf = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInff = std::numeric_limits<float>::infinity();
 
-// The snapping table of the spec, millimetres to inches.
+// The host's snapping table, millimetres to inches, written out again here
+// so that a slip in the library's copy shows.
 struct Pair {
   double mm, inch;
 };
