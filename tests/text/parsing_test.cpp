@@ -5,6 +5,8 @@
 using cadtools::test::Elements;
 using cadtools::test::Fields;
 
+using cadtools::test::Units;
+
 namespace {
 
 std::set<LONG> Keys(const CMap<LONG, LONG, short, short>& map) {
@@ -51,7 +53,7 @@ TEST(Parsing, GetCharactersArrayKeepsPairsTogether) {
       {u"\xDC00x\xD800", {u"\xDC00", u"x"}},     // a lone low stays, a final high goes
       {u"\xD800\xD801y", {u"\xD801y"}},          // a later high takes the first's place
       {u"\xD800z", {u"\xD800z"}},
-      {CString(u"\0\0", 2), {CString(u"\0", 1), CString(u"\0", 1)}},
+      {Units(u"\0\0"), {Units(u"\0"), Units(u"\0")}},
       {u"", {}},
   };
   CStringArray out;
@@ -78,7 +80,7 @@ TEST(Parsing, DigitAndFormatTests) {
       {u"0042", 1}, {u"", 0}, {u"-1", 0}, {u"1 ", 0}, {u"\u0663", 0}, {u"1.5", 0},
   };
   for (const auto& [str, expected] : digits) EXPECT_EQ(CTextTools::IsStringDigit(str), expected);
-  EXPECT_EQ(CTextTools::IsStringDigit(CString(u"1\0", 2)), 0);
+  EXPECT_EQ(CTextTools::IsStringDigit(Units(u"1\0")), 0);
 
   const std::pair<const char16_t*, int> formats[] = {
       {u"%03d", 1}, {u"%010D", 1}, {u"%00d", 1}, {u"%0\u0663d", 1},  // the host's wide digit test

@@ -1,5 +1,7 @@
 #include "editing_test_util.h"
 
+using cadtools::test::Units;
+
 namespace {
 
 TEST(Prefixes, AddAndRemove) {
@@ -32,7 +34,7 @@ TEST(Searching, FindNoCase) {
       {u"Rack PLC plc", u"plc", 0, 5},  {u"Rack PLC plc", u"pLc", 6, 9}, {u"Rack", u"CKX", 0, -1},
       {u"abc", u"", 3, 3},              {u"abc", u"", 4, -1},           {u"abc", u"a", -1, -1},
       {u"\u00C9t\u00C9", u"\u00E9", 1, 2},  // per unit, beyond ASCII too
-      {CString(u"a\0B\0b", 5), CString(u"\0b", 2), 0, 1},
+      {Units(u"a\0B\0b"), Units(u"\0b"), 0, 1},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(CTextTools::FindNoCase(c.str, c.sub, c.start), c.found)

@@ -3,6 +3,8 @@
 using cadtools::test::Elements;
 using cadtools::test::Fields;
 
+using cadtools::test::Units;
+
 namespace {
 
 using FieldArray = CArray<CString, CString>;
@@ -25,7 +27,7 @@ TEST(Splitters, SplitStrKeepsEveryEmptyField) {
       {u"", {u""}},
       {u";a;;b;", {u"", u"a", u"", u"b", u""}},
       {u"DB\\F;S", {u"DB\\F", u"S"}},
-      {CString(u"a\0;b", 4), {CString(u"a\0", 2), u"b"}},
+      {Units(u"a\0;b"), {Units(u"a\0"), u"b"}},
   };
   for (const SplitCase& c : cases) {
     SCOPED_TRACE(testing::PrintToString(c.str));
@@ -94,8 +96,8 @@ TEST(Splitters, SplitStringDropsLeadingAndTrailingEmptyFields) {
   }
   // A NUL in the separator is part of it.
   FieldArray f;
-  CTextTools::SplitString(f, CString(u"a\0b\0\0c", 6), CString(u"\0\0", 2), 0);
-  EXPECT_EQ(Elements(f), (Fields{CString(u"a\0b", 3), u"c"}));
+  CTextTools::SplitString(f, Units(u"a\0b\0\0c"), Units(u"\0\0"), 0);
+  EXPECT_EQ(Elements(f), (Fields{Units(u"a\0b"), u"c"}));
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 using cadtools::test::ThrowsInvalidArg;
 
+using cadtools::test::Units;
+
 namespace {
 
 TEST(Trimming, TrimChar) {
@@ -21,7 +23,7 @@ TEST(Trimming, TrimChar) {
       {u"a\t-", u'-', u"a\t"},
       {u" -\t-", u'-', u"\t"},
       {u"\t ", u'-', u""},              // emptied by the right side alone: no exception
-      {CString(u"\0a\0", 3), 0, u"a"},
+      {Units(u"\0a\0"), 0, u"a"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(CTextTools::TrimChar(c.str, c.ch), c.trimmed) << testing::PrintToString(c.str);
@@ -31,7 +33,7 @@ TEST(Trimming, TrimChar) {
     EXPECT_TRUE(ThrowsInvalidArg([&] { CTextTools::TrimChar(str, u'-'); })) << testing::PrintToString(str);
   }
   EXPECT_TRUE(ThrowsInvalidArg([] { CTextTools::TrimChar(CString(), 0); }));
-  EXPECT_TRUE(ThrowsInvalidArg([] { CTextTools::TrimChar(CString(u"\0 \0", 3), 0); }));
+  EXPECT_TRUE(ThrowsInvalidArg([] { CTextTools::TrimChar(Units(u"\0 \0"), 0); }));
 }
 
 TEST(Trimming, SingleCharacters) {
@@ -39,7 +41,7 @@ TEST(Trimming, SingleCharacters) {
   EXPECT_EQ(CTextTools::TrimFirstChar(u"==x", u'='), u"=x");
   EXPECT_EQ(CTextTools::TrimFirstChar(u"x=", u'='), u"x=");
   EXPECT_EQ(CTextTools::TrimFirstChar(u"", 0), u"");
-  EXPECT_EQ(CTextTools::Remove(CString(u"1 0\0 0", 6), u' '), CString(u"10\0" u"0", 4));
+  EXPECT_EQ(CTextTools::Remove(Units(u"1 0\0 0"), u' '), Units(u"10\0" u"0"));
 }
 
 TEST(Trimming, BracketedSegments) {
