@@ -148,7 +148,11 @@ void PrefixesAndSearch(const Input& in) {
   const WStringView p = in.a.View();
   const CString added = CTextTools::AddPrefix(in.text, in.a);
   Require(added.IsEmpty() || added.View().starts_with(p));
-  if (!s.empty() && s != p) Require(CTextTools::RemovePrefix(added, in.a) == (s.starts_with(p) ? Of(s.substr(p.size())) : in.text));
+  // What AddPrefix put in front, RemovePrefix takes off again.
+  if (!s.empty() && s != p) {
+    const CString expected = s.starts_with(p) ? Of(s.substr(p.size())) : in.text;
+    Require(CTextTools::RemovePrefix(added, in.a) == expected);
+  }
   const CString removed = CTextTools::RemovePrefix(in.text, in.a);
   Require(removed == in.text || in.a + removed == in.text);
 
@@ -168,7 +172,8 @@ void PrefixesAndSearch(const Input& in) {
   CString rest(u"untouched");
   if (CTextTools::FindFirstSeparateStrInStr(in.text, in.a, in.unit, rest) != 0) {
     Require(lower_text.View().starts_with(lower_sub.View()));
-    Require(rest.IsEmpty() ? s.size() == p.size() : (rest.GetAt(0) == in.unit && p.size() + rest.View().size() == s.size()));
+    const WStringView r = rest.View();
+    Require(r.empty() ? s.size() == p.size() : (r.front() == in.unit && p.size() + r.size() == s.size()));
   } else {
     Require(rest == CString(u"untouched"));
   }

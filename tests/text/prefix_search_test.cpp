@@ -5,18 +5,12 @@ using cadtools::test::Units;
 namespace {
 
 TEST(Prefixes, AddAndRemove) {
-  struct Case {
-    const char16_t *str, *prefix, *added, *removed;
-  };
+  struct Case { const char16_t *str, *prefix, *added, *removed; };
   const Case cases[] = {
-      {u"A1", u"=", u"=A1", u"A1"},
-      {u"=A1", u"=", u"=A1", u"A1"},
-      {u"=", u"=", u"", u""},  // nothing but the prefix carries no content
-      {u"", u"=", u"", u""},
-      {u"x=", u"=", u"=x=", u"x="},
+      {u"A1", u"=", u"=A1", u"A1"},   {u"=A1", u"=", u"=A1", u"A1"}, {u"x=", u"=", u"=x=", u"x="},
+      {u"=", u"=", u"", u""},         {u"", u"=", u"", u""},  // nothing but the prefix carries no content
       {u"=a", u"=A", u"=A=a", u"=a"},  // case-sensitive
-      {u"ab", u"", u"ab", u"ab"},
-      {u"", u"", u"", u""},
+      {u"ab", u"", u"ab", u"ab"},     {u"", u"", u"", u""},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::PrintToString(CString(c.str)) + " " + testing::PrintToString(CString(c.prefix)));
@@ -26,10 +20,7 @@ TEST(Prefixes, AddAndRemove) {
 }
 
 TEST(Searching, FindNoCase) {
-  struct Case {
-    CString str, sub;
-    int start, found;
-  };
+  struct Case { CString str, sub; int start, found; };
   const Case cases[] = {
       {u"Rack PLC plc", u"plc", 0, 5},  {u"Rack PLC plc", u"pLc", 6, 9}, {u"Rack", u"CKX", 0, -1},
       {u"abc", u"", 3, 3},              {u"abc", u"", 4, -1},           {u"abc", u"a", -1, -1},
@@ -43,11 +34,8 @@ TEST(Searching, FindNoCase) {
 }
 
 TEST(Searching, FindFirstSeparateStrInStr) {
-  struct Case {
-    const char16_t *str, *word;
-    int found;
-    const char16_t* rest;  // as left behind; "untouched" when not found
-  };
+  // rest as left behind: "untouched" when not found.
+  struct Case { const char16_t *str, *word; int found; const char16_t* rest; };
   const Case cases[] = {
       {u"PLC.Rack1", u"plc", 1, u".Rack1"}, {u"plc", u"PLC", 1, u""},     {u"PLCX", u"plc", 0, u"untouched"},
       {u"", u"", 1, u""},                   {u".x", u"", 1, u".x"},       {u"x", u"", 0, u"untouched"},

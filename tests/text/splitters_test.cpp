@@ -2,102 +2,63 @@
 
 using cadtools::test::Elements;
 using cadtools::test::Fields;
-
 using cadtools::test::Units;
 
 namespace {
 
-using FieldArray = CArray<CString, CString>;
+enum class Splitter { kStr, kSoftReturn, kStrEx, kString, kStringKeepLeading };
 
-// Each splitter's own rule for empty, leading, trailing and repeated
-// fields; all start from an array that already holds one field.
-struct SplitCase {
-  CString str;
-  Fields appended;
-};
-
-Fields With(const CString& first, const Fields& appended) {
-  Fields all{first};
-  all.insert(all.end(), appended.begin(), appended.end());
-  return all;
-}
-
-TEST(Splitters, SplitStrKeepsEveryEmptyField) {
-  const SplitCase cases[] = {
-      {u"", {u""}},
-      {u";a;;b;", {u"", u"a", u"", u"b", u""}},
-      {u"DB\\F;S", {u"DB\\F", u"S"}},
-      {Units(u"a\0;b"), {Units(u"a\0"), u"b"}},
-  };
-  for (const SplitCase& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(c.str));
-    FieldArray f;
-    f.Add(u"old");
-    EXPECT_EQ(CMathTools::SplitStr(f, c.str, u';'), static_cast<int>(c.appended.size()) + 1);
-    EXPECT_EQ(Elements(f), With(u"old", c.appended));
+// Appends to an array that already holds "old", as callers leave it.
+Fields Split(Splitter splitter, const CString& str, const CString& sep) {
+  CArray<CString, CString> f;
+  f.Add(u"old");
+  const WCHAR unit = sep.IsEmpty() ? WCHAR{0} : sep.GetAt(0);
+  switch (splitter) {
+    case Splitter::kStr: {
+      const int size = CMathTools::SplitStr(f, str, unit);
+      EXPECT_EQ(size, f.GetSize());
+      break;
+    }
+    case Splitter::kSoftReturn: EXPECT_EQ(CMathTools::SplitStrOnSoftReturn(f, str), 1); break;
+    case Splitter::kStrEx: CTextTools::SplitStrEx(f, str, unit); break;
+    case Splitter::kString: CTextTools::SplitString(f, str, sep, 0); break;
+    case Splitter::kStringKeepLeading: CTextTools::SplitString(f, str, sep, 1); break;
   }
+  EXPECT_EQ(f[0], u"old");
+  f.RemoveAt(0);
+  return Elements(f);
 }
 
-TEST(Splitters, SplitStrOnSoftReturnSplitsOnlyAtPairs) {
-  const SplitCase cases[] = {
-      {u"a\r\nb\nc\r", {u"a", u"bc"}},
-      {u"\r\n", {u"", u""}},
-      {u"", {u""}},
-      {u"\n\rx\r\r\ny", {u"x", u"y"}},
-  };
-  for (const SplitCase& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(c.str));
-    FieldArray f;
-    f.Add(u"old");
-    EXPECT_EQ(CMathTools::SplitStrOnSoftReturn(f, c.str), 1);
-    EXPECT_EQ(Elements(f), With(u"old", c.appended));
-  }
-}
-
-TEST(Splitters, SplitStrExKeepsRepeatedSeparatorsAsText) {
-  const SplitCase cases[] = {
-      {u",,a,b,,c", {u",,a", u"b", u",c"}},
-      {u"a,,b", {u"a", u",b"}},
-      {u",a", {u",a"}},
-      {u"a,", {u"a", u""}},
-      {u"", {u""}},
-      {u",", {u","}},
-  };
-  for (const SplitCase& c : cases) {
-    SCOPED_TRACE(testing::PrintToString(c.str));
-    FieldArray f;
-    f.Add(u"old");
-    CTextTools::SplitStrEx(f, c.str, u',');
-    EXPECT_EQ(Elements(f), With(u"old", c.appended));
-  }
-}
-
-TEST(Splitters, SplitStringDropsLeadingAndTrailingEmptyFields) {
-  struct Case {
-    const char16_t* str;
-    const char16_t* sep;
-    int keep;
-    Fields appended;
-  };
+// Each splitter keeps its own rule for empty, leading, trailing and
+// repeated fields.
+TEST(Splitters, EmptyFieldRules) {
+  using enum Splitter;
+  struct Case { Splitter splitter; CString str, sep; Fields fields; };
   const Case cases[] = {
-      {u";a;;b;", u";", 0, {u"a", u"", u"b"}},
-      {u";a;;b;", u";", 1, {u"", u"a", u"", u"b"}},
-      {u"abc", u";", 1, {u"abc"}},
-      {u"", u";", 1, {}},
-      {u"a::b::", u"::", 0, {u"a", u"b"}},
-      {u":::x", u"::", 0, {u":x"}},
-      {u"a;b", u"", 1, {u"a;b"}},  // an empty separator would never advance
+      {kStr, u"", u";", {u""}},
+      {kStr, u";a;;b;", u";", {u"", u"a", u"", u"b", u""}},
+      {kStr, Units(u"a\0;b"), u";", {Units(u"a\0"), u"b"}},
+      {kSoftReturn, u"a\r\nb\nc\r", u"", {u"a", u"bc"}},
+      {kSoftReturn, u"\r\n", u"", {u"", u""}},
+      {kSoftReturn, u"", u"", {u""}},
+      {kSoftReturn, u"\n\rx\r\r\ny", u"", {u"x", u"y"}},
+      {kStrEx, u",,a,b,,c", u",", {u",,a", u"b", u",c"}},
+      {kStrEx, u"a,,b", u",", {u"a", u",b"}},
+      {kStrEx, u",a", u",", {u",a"}},
+      {kStrEx, u"a,", u",", {u"a", u""}},
+      {kStrEx, u"", u",", {u""}},
+      {kString, u";a;;b;", u";", {u"a", u"", u"b"}},
+      {kStringKeepLeading, u";a;;b;", u";", {u"", u"a", u"", u"b"}},
+      {kString, u"abc", u";", {u"abc"}},
+      {kStringKeepLeading, u"", u";", {}},
+      {kString, u":::x", u"::", {u":x"}},
+      {kStringKeepLeading, u"a;b", u"", {u"a;b"}},  // an empty separator would never advance
+      {kString, Units(u"a\0b\0\0c"), Units(u"\0\0"), {Units(u"a\0b"), u"c"}},
   };
   for (const Case& c : cases) {
-    FieldArray f;
-    f.Add(u"old");
-    CTextTools::SplitString(f, c.str, c.sep, c.keep);
-    EXPECT_EQ(Elements(f), With(u"old", c.appended)) << testing::PrintToString(CString(c.str)) << " keep " << c.keep;
+    EXPECT_EQ(Split(c.splitter, c.str, c.sep), c.fields)
+        << "splitter " << static_cast<int>(c.splitter) << " on " << testing::PrintToString(c.str);
   }
-  // A NUL in the separator is part of it.
-  FieldArray f;
-  CTextTools::SplitString(f, Units(u"a\0b\0\0c"), Units(u"\0\0"), 0);
-  EXPECT_EQ(Elements(f), (Fields{Units(u"a\0b"), u"c"}));
 }
 
 }  // namespace
