@@ -98,7 +98,10 @@ class CADTOOLS_API TextEditing {
   // open up to and including the first unit of the close; rounds go on
   // until no pair is left. A close of more than one unit therefore leaves
   // its other units in place, and a removal can join the text on either
-  // side into a new open. Empty open or close gives str as it is.
+  // side into a new open. Empty open or close gives str as it is. The
+  // result is that of rounds that each search from the start, but each
+  // search resumes near the last cut, so long texts with many segments
+  // cost about their length.
   //   TrimStringBySeparatorEx(L"Motor (spare) A (old)", L"(", L")")  // "Motor  A "
   //   TrimStringBySeparatorEx(L"a[x]]b", L"[", L"]]")               // "a]b"
   //   TrimStringBySeparatorEx(L"((x))", L"(", L")")                 // ")"
