@@ -1,7 +1,5 @@
 #include "text/folded_search.h"
 
-#include "text/unit_classes.h"
-
 #include <algorithm>
 
 namespace cadtools::text {
@@ -9,6 +7,8 @@ namespace cadtools::text {
 namespace {
 
 using Index = std::ptrdiff_t;
+
+constexpr bool IsAsciiUnit(WCHAR ch) noexcept { return ch < 0x80; }
 
 // Needles up to this length are searched directly: at most this many unit
 // comparisons per text position, and no set-up.
@@ -18,17 +18,26 @@ constexpr std::size_t kDirectSearchMax = 16;
 class Folded {
  public:
   explicit Folded(const WCHAR* s) noexcept : s_(s) {}
-  WCHAR operator[](Index i) const noexcept { return LowerUnit(s_[i]); }
+  WCHAR operator[](Index i) const noexcept { return ToLowerUnit(s_[i]); }
 
  private:
   const WCHAR* s_;
 };
 
 std::size_t FindDirect(WStringView text, WStringView needle, std::size_t from) noexcept {
-  const WCHAR first = LowerUnit(needle.front());
+  // A text unit can stand for the needle's first unit when it lowers to it:
+  // for an ASCII first unit that is itself, its capital and a few units
+  // beyond ASCII (KELVIN SIGN lowers to 'k'); ASCII units lower to ASCII.
+  const WCHAR first = ToLowerUnit(needle.front());
+  const WCHAR firstCapital = IsAsciiUnit(first) ? ToUpperUnit(first) : first;
   const WStringView rest = needle.substr(1);
-  for (std::size_t at = from; text.size() - at >= needle.size(); ++at) {
-    if (LowerUnit(text[at]) == first && EqualFolded(text.substr(at + 1, rest.size()), rest)) return at;
+  const std::size_t last = text.size() - needle.size();
+  for (std::size_t at = from; at <= last; ++at) {
+    const WCHAR unit = text[at];
+    if ((unit == first || unit == firstCapital || (!IsAsciiUnit(unit) && ToLowerUnit(unit) == first)) &&
+        EqualFolded(text.substr(at + 1, rest.size()), rest)) {
+      return at;
+    }
   }
   return WStringView::npos;
 }
@@ -115,14 +124,6 @@ Index FindTwoWay(Folded x, Index m, Folded y, Index n) noexcept {
 }
 
 }  // namespace
-
-bool EqualFolded(WStringView a, WStringView b) noexcept {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (a[i] != b[i] && LowerUnit(a[i]) != LowerUnit(b[i])) return false;
-  }
-  return true;
-}
 
 std::size_t FindFolded(WStringView text, WStringView needle, std::size_t from) noexcept {
   if (from > text.size() || text.size() - from < needle.size()) return WStringView::npos;

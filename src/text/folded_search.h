@@ -13,12 +13,19 @@
 #pragma once
 
 #include <cadtools/compat/cstring.h>
+#include <cadtools/compat/wide_ctype.h>
 
 #include <cstddef>
 
 namespace cadtools::text {
 
-bool EqualFolded(WStringView a, WStringView b) noexcept;
+inline bool EqualFolded(WStringView a, WStringView b) noexcept {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (a[i] != b[i] && ToLowerUnit(a[i]) != ToLowerUnit(b[i])) return false;
+  }
+  return true;
+}
 
 // The first position at or after `from` where `needle` occurs in `text`,
 // ignoring case, or WStringView::npos.

@@ -1,7 +1,7 @@
 // NaturalCompare, CompareRight and CompareLeft.
 #include <cadtools/text/natural_names.h>
 
-#include "text/unit_classes.h"
+#include <cadtools/compat/wide_ctype.h>
 
 #include <cstddef>
 
@@ -27,8 +27,8 @@ struct RunOrder {
 RunOrder CompareRuns(const WCHAR* a, const WCHAR* b) noexcept {
   int bias = 0;
   for (std::size_t i = 0;; ++i) {
-    const bool digitA = text::IsDigitUnit(a[i]);
-    const bool digitB = text::IsDigitUnit(b[i]);
+    const bool digitA = IsWideDigit(a[i]);
+    const bool digitB = IsWideDigit(b[i]);
     if (!digitA && !digitB) return {bias, i};
     if (!digitA) return {-1, i};
     if (!digitB) return {1, i};
@@ -40,8 +40,8 @@ RunOrder CompareRuns(const WCHAR* a, const WCHAR* b) noexcept {
 // ends first is smaller.
 RunOrder CompareFractionRuns(const WCHAR* a, const WCHAR* b) noexcept {
   for (std::size_t i = 0;; ++i) {
-    const bool digitA = text::IsDigitUnit(a[i]);
-    const bool digitB = text::IsDigitUnit(b[i]);
+    const bool digitA = IsWideDigit(a[i]);
+    const bool digitB = IsWideDigit(b[i]);
     if (!digitA && !digitB) return {0, i};
     if (!digitA) return {-1, i};
     if (!digitB) return {1, i};
@@ -50,7 +50,7 @@ RunOrder CompareFractionRuns(const WCHAR* a, const WCHAR* b) noexcept {
 }
 
 const WCHAR* SkipSpace(const WCHAR* s) noexcept {
-  while (text::IsSpaceUnit(*s)) ++s;
+  while (IsWideSpace(*s)) ++s;
   return s;
 }
 
@@ -68,32 +68,44 @@ int NaturalNames::NaturalCompare(const WCHAR* a, const WCHAR* b) noexcept {
   a = OrEmpty(a);
   b = OrEmpty(b);
   for (;;) {
-    // Names that share a prefix (the usual case in a sorted list of tags)
-    // pass it here without the full per-unit rules, which would only
-    // advance both sides over such units.
-    while (*a == *b && text::IsPlainAscii(*a)) {
+    // Units the names share (long stretches in a sorted list of tags)
+    // compare equal under every rule, so they are only walked.
+    const WCHAR* const shared = a;
+    while (*a == *b && *a != 0) {
       ++a;
       ++b;
+    }
+    if (*a == *b) return 0;
+    // A difference right after shared digits lies inside a digit run that
+    // both names opened at once: no run is open where the walk starts. The
+    // shared digits left the comparison undecided, so the rest of the runs
+    // decides it, the way the run's first digit picks. When both runs end
+    // here instead, they were equal and the names go on.
+    if (a != shared && IsWideDigit(a[-1])) {
+      const WCHAR* run = a - 1;
+      while (run != shared && IsWideDigit(run[-1])) --run;
+      const int order = (*run == u'0' ? CompareFractionRuns(a, b) : CompareRuns(a, b)).result;
+      if (order != 0) return order;
     }
     a = SkipSpace(a);
     b = SkipSpace(b);
     const WCHAR ca = *a;
     const WCHAR cb = *b;
-    if (text::IsDigitUnit(ca) && text::IsDigitUnit(cb)) {
+    if (IsWideDigit(ca) && IsWideDigit(cb)) {
       const RunOrder order = ca == u'0' || cb == u'0' ? CompareFractionRuns(a, b) : CompareRuns(a, b);
       if (order.result != 0) return order.result;
       // Both walks return 0 only when the runs have the same length and no
       // digit differs, so the runs are the same units. Going on unit by
-      // unit would compare every suffix of them again (also 0, also equal
-      // units) and arrive at the same place; jumping there keeps the
-      // result and spares quadratic time on long equal runs.
+      // unit would compare every suffix of them again (each also 0, each
+      // unit also equal) and arrive at the same place; jumping there keeps
+      // the result and spares quadratic time on long equal runs.
       a += order.length;
       b += order.length;
       continue;
     }
     if (ca == 0 && cb == 0) return 0;
-    const WCHAR ua = text::UpperUnit(ca);
-    const WCHAR ub = text::UpperUnit(cb);
+    const WCHAR ua = ToUpperUnit(ca);
+    const WCHAR ub = ToUpperUnit(cb);
     if (ua != ub) return Sign(ua, ub);
     ++a;
     ++b;

@@ -50,10 +50,11 @@ bool MatchStarPattern(WStringView text, WStringView pattern) noexcept {
 int NaturalNames::IsTextLike(CString text, CString pattern) noexcept {
   const WStringView t = text.View();
   const WStringView p = pattern.View();
-  if (p.empty()) return t.empty() ? 1 : 0;
-  if (p.find_first_not_of(kStar) == WStringView::npos) return 1;
-  if (t.empty()) return 0;
-  if (p.find(kStar) == WStringView::npos) return text::EqualFolded(t, p) ? 1 : 0;
+  // Without a '*': an empty pattern matches the empty text only, any other
+  // the text that equals it. With one, a pattern of '*' only matches
+  // everything and the empty text matches nothing else (no literal of the
+  // pattern occurs in it); MatchStarPattern gives both.
+  if (p.find(kStar) == WStringView::npos) return (p.empty() ? t.empty() : text::EqualFolded(t, p)) ? 1 : 0;
   return MatchStarPattern(t, p) ? 1 : 0;
 }
 

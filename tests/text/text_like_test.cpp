@@ -65,7 +65,8 @@ TEST(IsTextLike, Examples) {
 
 TEST(IsTextLike, MatchesTheRulesOnMixedText) {
   std::mt19937 rng(7);
-  const WString shortAlphabet = W("aAbB**\u00E9\u00C9");
+  // Kelvin sign lowers to k; dotless i is its own lower case, while I lowers to i.
+  const WString shortAlphabet = W("aAbB**\u00E9\u00C9kK\u212A\u0131iI");
   for (int i = 0; i < 20000; ++i) {
     const WString text = cadtools::test::RandomText(rng, shortAlphabet, 10);
     const WString pattern = cadtools::test::RandomText(rng, shortAlphabet, 8);
