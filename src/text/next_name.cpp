@@ -39,7 +39,7 @@ CString NextLetterName(WStringView name) {
     --q;
   }
   const auto letter = [base](int v) { return static_cast<WCHAR>(base + v - 1); };
-  const WCHAR pair[] = {q >= 1 && q <= kLetters ? letter(q) : u' ', letter(r)};
+  const WCHAR pair[] = {q >= 1 && q <= kLetters ? letter(q) : WCHAR{' '}, letter(r)};
   CString result(pair, 2);
   result.Trim();
   return result;

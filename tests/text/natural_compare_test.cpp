@@ -104,9 +104,9 @@ TEST(NaturalCompare, DigitRuns) {
 
 TEST(NaturalCompare, LongEqualRunsTakeLinearTime) {
   const WString run(300000, u'7');
-  EXPECT_EQ(CTextTools::NaturalCompare((run + u'a').c_str(), (run + u'b').c_str()), -1);
-  const WString zeros = u'0' + run;
-  EXPECT_EQ(CTextTools::NaturalCompare((zeros + u'b').c_str(), (zeros + u'a').c_str()), 1);
+  EXPECT_EQ(CTextTools::NaturalCompare((run + W("a")).c_str(), (run + W("b")).c_str()), -1);
+  const WString zeros = W("0") + run;
+  EXPECT_EQ(CTextTools::NaturalCompare((zeros + W("b")).c_str(), (zeros + W("a")).c_str()), 1);
 }
 
 TEST(NaturalCompare, MatchesTheRulesOnMixedText) {
