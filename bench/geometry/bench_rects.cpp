@@ -1,7 +1,7 @@
 // Rectangles: IntersectRect, PtInRect and LineIntersects beside
 // Boost.Geometry.
-#include "boost_adapters.h"
-#include "pairs.h"
+#include "geometry/boost_adapters.h"
+#include "geometry/pairs.h"
 
 #include <algorithm>
 #include <cmath>

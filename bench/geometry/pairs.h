@@ -1,18 +1,14 @@
-// The benchmark pairs, one file per group of functions.
+// What the geometry pairs share: their inputs and the walk through them.
 #pragma once
 
-#include "inputs.h"
-#include "ratio_table.h"
+#include "common/subjects.h"
+#include "geometry/inputs.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
 
 namespace bench {
-
-void RegisterLinePairs(PairRegistry& registry);
-void RegisterRectPairs(PairRegistry& registry);
-void RegisterBezierPairs(PairRegistry& registry);
 
 // Runs body(i) once per iteration with i = 0, 1, ..., kCases - 1, 0, ...:
 // the same walk through the inputs for both sides of a pair.

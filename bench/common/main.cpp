@@ -1,17 +1,18 @@
-// geometry_bench: each of our geometry functions beside the call a user of
-// Boost.Geometry (or of plain C++, where Boost has nothing) would write for
-// the same job, on the same inputs. After the usual Google Benchmark output
-// it prints one line per pair with the ratio ours/peer.
+// cadtools_bench: each of our hot functions beside the call a user would
+// otherwise write for the same job (Boost.Geometry, glibc, ICU, POSIX, or
+// plain C++ where there is no library), on the same inputs. After the usual
+// Google Benchmark output it prints one line per pair with the ratio
+// ours/peer.
 //
-//   geometry_bench --benchmark_min_time=0.2 --benchmark_repetitions=5
+//   cadtools_bench --benchmark_min_time=0.2 --benchmark_repetitions=5
 //
 // Every Google Benchmark flag works. --benchmark_filter selects whole pairs:
 // a pair runs when the pattern matches its row, our benchmark or the peer's,
 // so --benchmark_filter=On_Entity runs both sides (a pattern starting with
 // '-' is left to the library as it is). With --benchmark_format=json or csv
 // the table goes to stderr so that stdout stays machine-readable.
-#include "pairs.h"
-#include "ratio_table.h"
+#include "common/ratio_table.h"
+#include "common/subjects.h"
 
 #include <benchmark/benchmark.h>
 
@@ -78,6 +79,8 @@ int main(int argc, char** argv) {
   bench::RegisterLinePairs(registry);
   bench::RegisterRectPairs(registry);
   bench::RegisterBezierPairs(registry);
+  bench::RegisterNaturalComparePairs(registry);
+  bench::RegisterTextLikePairs(registry);
   FilterWholePairs(registry.pairs());
 
   // The default display reporter honours --benchmark_format; it belongs to

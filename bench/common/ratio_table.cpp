@@ -1,4 +1,4 @@
-#include "ratio_table.h"
+#include "common/ratio_table.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -53,6 +53,14 @@ std::string Format(const char* fmt, double v) {
   return buf;
 }
 
+// A time in the unit that keeps it short: "12.34 ns", "1.25 s".
+std::string FormatTime(double ns) {
+  if (ns < 1e4) return Format("%.2f ns", ns);
+  if (ns < 1e7) return Format("%.2f us", ns / 1e3);
+  if (ns < 1e10) return Format("%.2f ms", ns / 1e6);
+  return Format("%.2f s", ns / 1e9);
+}
+
 }  // namespace
 
 double MinOf(const std::vector<double>& v) { return v.empty() ? 0.0 : *std::min_element(v.begin(), v.end()); }
@@ -99,9 +107,9 @@ void PrintRatioTable(std::ostream& out, const std::vector<Pair>& pairs,
     const std::optional<Summary> ours = Summarise(timings, p.ours);
     const std::optional<Summary> peer = Summarise(timings, p.peer);
     if (!ours) continue;  // filtered out (its peer may have run for another row)
-    Line line{p.row, Format("%.2f ns", ours->median), "n/a", "n/a", "", p.peer};
+    Line line{p.row, FormatTime(ours->median), "n/a", "n/a", "", p.peer};
     if (peer) {
-      line.peer = Format("%.2f ns", peer->median);
+      line.peer = FormatTime(peer->median);
       line.ratio = Format("%.3f", ours->median / peer->median);
       if (ours->min && peer->min) line.minRatio = Format("%.3f", *ours->min / *peer->min);
       reps = std::max({reps, ours->count, peer->count});

@@ -6,7 +6,7 @@
 // (right, bottom); that holds for the normalised rectangles of inputs.h.
 #pragma once
 
-#include "inputs.h"
+#include "geometry/inputs.h"
 
 #include <boost/geometry.hpp>
 #include <boost/geometry/geometries/register/box.hpp>

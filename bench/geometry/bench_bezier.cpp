@@ -1,6 +1,6 @@
 // CalculateBezierPoints beside a cubic Bezier sampler written the plain way.
 // Boost.Geometry has no curves, so the peer is the loop a user would write.
-#include "pairs.h"
+#include "geometry/pairs.h"
 
 #include <cadtools/math_tools.h>
 

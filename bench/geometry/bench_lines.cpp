@@ -1,7 +1,7 @@
 // Segments and points: ll_Intersection, On_Entity, DistToLine1 and
 // CalculateDistanceToRect beside Boost.Geometry.
-#include "boost_adapters.h"
-#include "pairs.h"
+#include "geometry/boost_adapters.h"
+#include "geometry/pairs.h"
 
 #include <cadtools/math_tools.h>
 

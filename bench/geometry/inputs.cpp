@@ -1,36 +1,12 @@
-#include "inputs.h"
+#include "geometry/inputs.h"
+
+#include "common/rng.h"
 
 #include <cmath>
-#include <cstdint>
 #include <numbers>
 
 namespace bench {
 namespace {
-
-// splitmix64: tiny, and the same sequence on every compiler and library,
-// unlike the standard distributions.
-class Rng {
- public:
-  explicit Rng(std::uint64_t seed) : state_(seed) {}
-
-  std::uint64_t Next() {
-    std::uint64_t z = (state_ += 0x9e3779b97f4a7c15ULL);
-    z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9ULL;
-    z = (z ^ (z >> 27)) * 0x94d049bb133111ebULL;
-    return z ^ (z >> 31);
-  }
-  // Uniform in [lo, hi).
-  double Uniform(double lo, double hi) {
-    const double unit = static_cast<double>(Next() >> 11) * 0x1.0p-53;
-    return lo + (hi - lo) * unit;
-  }
-  // A number in [0, 100) to pick a case kind by percentage.
-  int Percent() { return static_cast<int>(Next() % 100U); }
-  bool Coin() { return (Next() & 1U) != 0; }
-
- private:
-  std::uint64_t state_;
-};
 
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 

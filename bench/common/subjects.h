@@ -1,0 +1,20 @@
+// Every subject's benchmark pairs, registered by main() into one binary.
+// A subject adds its sources under bench/<subject>/ and its registration
+// functions here and in main().
+#pragma once
+
+#include "common/ratio_table.h"
+
+namespace bench {
+
+// Geometry: our functions beside Boost.Geometry or plain code.
+void RegisterLinePairs(PairRegistry& registry);
+void RegisterRectPairs(PairRegistry& registry);
+void RegisterBezierPairs(PairRegistry& registry);
+
+// Text: natural sorting beside glibc strverscmp and ICU's numeric
+// collation, wildcard matching beside POSIX fnmatch.
+void RegisterNaturalComparePairs(PairRegistry& registry);
+void RegisterTextLikePairs(PairRegistry& registry);
+
+}  // namespace bench
