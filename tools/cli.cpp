@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "geom.h"
 #include "help.h"
+#include "text_commands.h"
 #include "tour.h"
 
 #include <cadtools/compat/exceptions.h>
@@ -15,7 +16,7 @@
 namespace cadtools::cli {
 namespace {
 
-void Dispatch(std::span<const std::string_view> args, std::ostream& out) {
+void Dispatch(std::span<const std::string_view> args, std::istream& in, std::ostream& out) {
   if (args.empty()) throw UsageError("no command given");
   const std::string_view command = args[0];
   if (command == "--help" || command == "-h" || command == "help") {
@@ -27,6 +28,14 @@ void Dispatch(std::span<const std::string_view> args, std::ostream& out) {
     PrintTour(out);
   } else if (command == "geom") {
     RunGeom(args.subspan(1), out);
+  } else if (command == "natsort") {
+    RunNatsort(args.subspan(1), in, out);
+  } else if (command == "like") {
+    RunLike(args.subspan(1), in, out);
+  } else if (command == "nextname") {
+    RunNextname(args.subspan(1), out);
+  } else if (command == "units") {
+    RunUnits(args.subspan(1), out);
   } else {
     throw UsageError("unknown command '" + std::string(command) + "'");
   }
@@ -34,9 +43,9 @@ void Dispatch(std::span<const std::string_view> args, std::ostream& out) {
 
 }  // namespace
 
-int Run(std::span<const std::string_view> args, std::ostream& out, std::ostream& err) {
+int Run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err) {
   try {
-    Dispatch(args, out);
+    Dispatch(args, in, out);
     out.flush();
     if (!out) throw OutputError("cannot write to standard output");
     return kExitOk;
@@ -44,7 +53,7 @@ int Run(std::span<const std::string_view> args, std::ostream& out, std::ostream&
     err << "cadtools: " << e.what() << '\n'
         << (e.usage().empty() ? ShortUsage() : e.usage()) << "Run 'cadtools --help' for all questions and options.\n";
     return kExitUsage;
-  } catch (const OutputError& e) {
+  } catch (const IoError& e) {
     err << "cadtools: " << e.what() << '\n';
     return kExitOutput;
   } catch (const std::bad_alloc&) {

@@ -8,8 +8,10 @@
 
 namespace cadtools::cli {
 
-// Runs `cadtools args...` (args without the program name) and returns the
-// exit status: 0 answered, 1 output failed, 2 bad arguments. Never throws.
-int Run(std::span<const std::string_view> args, std::ostream& out, std::ostream& err);
+// Runs `cadtools args...` (args without the program name, UTF-8) and returns
+// the exit status: 0 answered, 1 a file could not be read or written, 2 bad
+// arguments. `in` is read by the commands that take lines when no file is
+// named. Never throws.
+int Run(std::span<const std::string_view> args, std::istream& in, std::ostream& out, std::ostream& err);
 
 }  // namespace cadtools::cli

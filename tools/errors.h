@@ -1,4 +1,4 @@
-// The two ways a command can fail, and the exit status each one maps to.
+// The ways a command can fail, and the exit status each one maps to.
 #pragma once
 
 #include <stdexcept>
@@ -8,7 +8,7 @@
 namespace cadtools::cli {
 
 inline constexpr int kExitOk = 0;
-inline constexpr int kExitOutput = 1;  // a picture or the answer could not be written
+inline constexpr int kExitOutput = 1;  // a file could not be read, or the answer not written
 inline constexpr int kExitUsage = 2;   // the command line itself is wrong
 
 // A command line that cannot be answered. `usage` is the synopsis to show
@@ -23,10 +23,22 @@ class UsageError : public std::runtime_error {
   std::string usage_;
 };
 
-// The answer was computed but could not be written out.
-class OutputError : public std::runtime_error {
+// A file or stream could not be read or written.
+class IoError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+};
+
+// The answer was computed but could not be written out.
+class OutputError : public IoError {
+ public:
+  using IoError::IoError;
+};
+
+// An input file could not be read.
+class InputError : public IoError {
+ public:
+  using IoError::IoError;
 };
 
 }  // namespace cadtools::cli

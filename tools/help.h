@@ -14,5 +14,10 @@ std::string ShortUsage();
 std::string GeomShortUsage();
 // `cadtools geom --help`: the questions and their options.
 std::string GeomUsage();
+// The usage of the commands over names and numbers.
+std::string NatsortUsage();
+std::string LikeUsage();
+std::string NextnameUsage();
+std::string UnitsUsage();
 
 }  // namespace cadtools::cli

@@ -2,6 +2,7 @@
 
 #include "format.h"
 #include "meanings.h"
+#include "tour_steps.h"
 
 #include <cadtools/cadtools.h>
 
@@ -15,29 +16,6 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-// One line per call: the call, its live result, and what to notice.
-class Tour {
- public:
-  explicit Tour(std::ostream& out) : out_(out) {}
-
-  void Heading(std::string_view text) { out_ << '\n' << text << '\n'; }
-
-  void Step(std::string_view call, const std::string& result, std::string_view note = {}) {
-    constexpr std::size_t kCallWidth = 44;
-    std::string line = "  " + std::string(call);
-    if (line.size() < kCallWidth) line.resize(kCallWidth, ' ');
-    line += " -> " + result;
-    if (!note.empty()) line += "   " + std::string(note);
-    out_ << line << '\n';
-  }
-
- private:
-  std::ostream& out_;
-};
-
-std::string Num(double v) { return FormatNumber(v); }
-std::string Int(long long v) { return std::to_string(v); }
-std::string Bool(bool v) { return v ? "true" : "false"; }
 std::string Pt(WPt p) { return FormatPointText(p); }
 std::string Rect(const WRect& r) { return FormatRectText(r); }
 std::string Coded(int code, std::string_view meaning) { return Int(code) + " (" + std::string(meaning) + ")"; }
@@ -182,7 +160,7 @@ void Zones(Tour& t) {
 }  // namespace
 
 void PrintTour(std::ostream& out) {
-  out << "cadtools " << kVersionString << ": a tour of the geometry. Every result is computed now.\n";
+  out << "cadtools " << kVersionString << ": a tour of the library. Every result is computed now.\n";
   Tour t(out);
   ValueTypes(t);
   TolerantTests(t);
@@ -193,7 +171,10 @@ void PrintTour(std::ostream& out) {
   Distances(t);
   Bezier(t);
   Zones(t);
-  out << "\nAsk your own: cadtools geom --help; add --svg FILE for a picture.\n";
+  NumbersTour(t);
+  TextTour(t);
+  out << "\nAsk your own: cadtools geom --help (add --svg FILE for a picture), and\n"
+         "cadtools natsort, like, nextname and units, each with --help.\n";
 }
 
 }  // namespace cadtools::cli

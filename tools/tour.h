@@ -1,4 +1,4 @@
-// `cadtools tour`: a short walk through the geometry, each call shown with
+// `cadtools tour`: a short walk through the library, each call shown with
 // the result it gives now.
 #pragma once
 

@@ -15,6 +15,13 @@ int main() {
         "ll_Intersection crosses at (1, 0)");
   check(WRect(0, 0, 10, 10).GetPtPosToRect(WPt(5, 11), 0, 0) == WRect::Bottom, "zone of (5, 11) is Bottom");
   check(CMathTools::PolarRound(0, 0, 0, 0.7, 0).x == -1.0, "PolarRound keeps the host's rounding");
+  check(CMathTools::MM2InchRound(3.175) == 0.125, "MM2InchRound snaps 3.175 mm to 0.125 in");
+  CMathTools::m_strCadMes_037 = CADTOOLS_WIDE("%.1f mm / %.2f in");  // the host's text, across the library boundary
+  check(CMathTools::FormatStringMMInch(25.4, 1.0) == CADTOOLS_WIDE("25.4 mm / 1.00 in"),
+        "FormatStringMMInch uses the host's text");
+  check(CTextTools::NaturalCompare(CADTOOLS_WIDE("X2"), CADTOOLS_WIDE("X10")) < 0, "X2 sorts before X10");
+  check(CTextTools::TrimChar(CADTOOLS_WIDE("  --\u00C9b--  "), '-') == CADTOOLS_WIDE("\u00C9b"),
+        "TrimChar strips spaces and the character");
 
   CArray<WPt, WPt> points;
   try {

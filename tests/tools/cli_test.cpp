@@ -161,12 +161,39 @@ TEST(Zones, DiagonalsCutTheViewIntoFourShadedWedges) {
   EXPECT_EQ(svg.find(">Inside<"), std::string::npos);
 }
 
-int RunWords(std::vector<std::string_view> words, std::string* err_text = nullptr) {
+int RunWords(std::vector<std::string_view> words, std::string* err_text = nullptr, std::string input = {},
+             std::string* out_text = nullptr) {
+  std::istringstream in(std::move(input));
   std::ostringstream out;
   std::ostringstream err;
-  const int status = Run(words, out, err);
+  const int status = Run(words, in, out, err);
   if (err_text != nullptr) *err_text = err.str();
+  if (out_text != nullptr) *out_text = out.str();
   return status;
+}
+
+TEST(Run, TextCommandsOnStandardInput) {
+  const struct {
+    std::vector<std::string_view> words;
+    std::string input;
+    std::string want;
+  } cases[] = {
+      {{"natsort"}, "x10\r\nx9\nX9\n", "x9\nX9\nx10\n"},  // CRLF ends a line too; ties keep input order
+      {{"natsort", "-u"}, "b\na\nA\n", "a\nb\n"},
+      {{"natsort", "-r", "-"}, "a 2\na10\n", "a10\na 2\n"},  // white space is skipped
+      {{"natsort"}, "", ""},
+      {{"natsort"}, "\xC3\xA9\xFF\n\xC3\x89\n", "\xC3\x89\n\xC3\xA9\xFF\n"},  // bytes kept as given
+      {{"like", "*"}, "a\n\nb", "a\n\nb\n"},
+      {{"like", "m*"}, "Motor\nxm\n", "Motor\n"},
+      {{"like", "\xC3\x89*"}, "\xC3\xA9t\xC3\xA9\nete\n", "\xC3\xA9t\xC3\xA9\n"},  // case beyond ASCII
+      {{"nextname", "-n2", "--", "Az"}, "", "ba\nbb\n"},
+      {{"units", "mm2inch", "-0.25"}, "", "-0.00984\n"},
+  };
+  for (const auto& c : cases) {
+    std::string out;
+    EXPECT_EQ(RunWords(c.words, nullptr, c.input, &out), kExitOk) << c.words.front();
+    EXPECT_EQ(out, c.want) << c.words.front() << " on " << c.input;
+  }
 }
 
 TEST(Run, BadCommandLinesExitTwoWithAMessage) {
@@ -180,6 +207,14 @@ TEST(Run, BadCommandLinesExitTwoWithAMessage) {
       {"geom", "bezier", "1e-9", "0", "0", "1", "1", "2", "2", "3", "3"},
       {"geom", "circles", "0", "0", "-1", "1", "1", "1"},
       {"geom", "zone", "0", "0", "1", "1", "2", "2", "--coarse", "1"},
+      {"natsort", "-x"},
+      {"like"},
+      {"nextname"},
+      {"nextname", "a", "b"},
+      {"nextname", "K1", "-n"},
+      {"nextname", "K1", "-n", "1000001"},
+      {"units", "mm2inch"},
+      {"units", "mm2inch", "nan"},
   };
   for (const auto& words : cases) {
     std::string err;
@@ -190,7 +225,8 @@ TEST(Run, BadCommandLinesExitTwoWithAMessage) {
 
 TEST(Run, HelpAtEveryLevelExitsZero) {
   for (const auto& words : std::vector<std::vector<std::string_view>>{
-           {"--help"}, {"geom", "--help"}, {"geom", "zone", "-h"}, {"geom", "clip", "1", "--help"}}) {
+           {"--help"}, {"geom", "--help"}, {"geom", "zone", "-h"}, {"geom", "clip", "1", "--help"},
+           {"natsort", "--help"}, {"like", "-h"}, {"nextname", "--help"}, {"units", "-h"}}) {
     EXPECT_EQ(RunWords(words), kExitOk) << words.back();
   }
 }

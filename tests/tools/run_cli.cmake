@@ -3,8 +3,10 @@
 # error against regular expressions, and the contents of a file it wrote.
 #
 #   cmake -DCLI=program [-DEMULATOR=list] -DARGS=list -DEXIT=status
-#         [-DSTDOUT=regex] [-DSTDERR=regex] [-DFILE=path -DCONTAINS=regex-list]
-#         -P run_cli.cmake
+#         [-DINPUT=file] [-DSTDOUT=regex] [-DSTDERR=regex]
+#         [-DFILE=path -DCONTAINS=regex-list] -P run_cli.cmake
+#
+# INPUT is given to the program as its standard input (none otherwise).
 #
 # EMULATOR runs Windows builds under wine. Windows programs end lines with
 # \r\n, so multi-line expressions match line ends with [\r\n]+.
@@ -13,7 +15,12 @@ if(FILE)
   file(REMOVE "${FILE}")
 endif()
 
-execute_process(COMMAND ${EMULATOR} "${CLI}" ${ARGS}
+if(INPUT)
+  set(input INPUT_FILE "${INPUT}")
+else()
+  set(input INPUT_FILE /dev/null)
+endif()
+execute_process(COMMAND ${EMULATOR} "${CLI}" ${ARGS} ${input}
                 RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
 
 set(problems "")
