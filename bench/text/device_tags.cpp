@@ -57,13 +57,12 @@ TagList MakeDeviceTags(std::size_t count) {
   list.utf16.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
     list.utf8.push_back(MakeTag(rng));
-    const CString wide = cadtools::FromUtf8(list.utf8.back());
-    list.utf16.emplace_back(wide.View().begin(), wide.View().end());
+    list.utf16.push_back(cadtools::FromUtf8(list.utf8.back()));
   }
   // Views only once the vectors no longer move their strings.
   for (std::size_t i = 0; i < count; ++i) {
     list.narrow.push_back(list.utf8[i].c_str());
-    list.wide.push_back(list.utf16[i].c_str());
+    list.wide.push_back(list.utf16[i].GetString());
   }
   return list;
 }

@@ -17,9 +17,12 @@
 
 namespace bench {
 
+// Each side keeps the tags as its users would: CStrings (the host's
+// strings, one heap block each beyond a few units) and std::strings (which
+// hold short texts inline), in generation order.
 struct TagList {
   std::vector<std::string> utf8;
-  std::vector<cadtools::WString> utf16;
+  std::vector<CString> utf16;
   // NUL-terminated views of the strings above, in the same order.
   std::vector<const char*> narrow;
   std::vector<const WCHAR*> wide;

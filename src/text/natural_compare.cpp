@@ -3,7 +3,9 @@
 
 #include <cadtools/compat/wide_ctype.h>
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace cadtools {
 
@@ -14,6 +16,19 @@ constexpr WCHAR kEmpty[] = {0};
 const WCHAR* OrEmpty(const WCHAR* s) noexcept { return s == nullptr ? kEmpty : s; }
 
 int Sign(WCHAR a, WCHAR b) noexcept { return a < b ? -1 : 1; }
+
+// Per ASCII unit: its capital when no rule of the comparison applies to it,
+// or kOwnRule for white space, digits and the terminator. The same answers
+// as IsWideSpace, IsWideDigit and ToUpperUnit, in one look-up.
+constexpr std::uint16_t kOwnRule = 0x8000;
+constexpr std::array<std::uint16_t, 128> kAsciiCapitals = [] {
+  std::array<std::uint16_t, 128> table{};
+  for (std::uint16_t c = 0; c < 128; ++c) {
+    const bool ownRule = c == 0 || c == ' ' || (c >= 9 && c <= 13) || (c >= '0' && c <= '9');
+    table[c] = ownRule ? kOwnRule : c >= 'a' && c <= 'z' ? static_cast<std::uint16_t>(c - 32) : c;
+  }
+  return table;
+}();
 
 // The outcome of comparing two digit runs, and how far the walk went: when
 // the result is 0 both runs are `length` units long.
@@ -49,6 +64,23 @@ RunOrder CompareFractionRuns(const WCHAR* a, const WCHAR* b) noexcept {
   }
 }
 
+// What CompareRuns (or CompareFractionRuns, for a run that began with '0')
+// gives for the rest of two runs whose shared digits ended right before a
+// and b, where *a != *b: the same walk, with its first step taken apart.
+int DecideInsideRuns(const WCHAR* a, const WCHAR* b, bool fraction) noexcept {
+  bool digitA = IsWideDigit(*a);
+  bool digitB = IsWideDigit(*b);
+  if (digitA != digitB) return digitA ? 1 : -1;
+  if (!digitA) return 0;  // both runs end here, equal
+  const int bias = Sign(*a, *b);
+  if (fraction) return bias;
+  do {
+    digitA = IsWideDigit(*++a);
+    digitB = IsWideDigit(*++b);
+  } while (digitA && digitB);
+  return digitA == digitB ? bias : digitA ? 1 : -1;
+}
+
 const WCHAR* SkipSpace(const WCHAR* s) noexcept {
   while (IsWideSpace(*s)) ++s;
   return s;
@@ -71,9 +103,15 @@ int NaturalNames::NaturalCompare(const WCHAR* a, const WCHAR* b) noexcept {
     // Units the names share (long stretches in a sorted list of tags)
     // compare equal under every rule, so they are only walked.
     const WCHAR* const shared = a;
-    while (*a == *b && *a != 0) {
-      ++a;
-      ++b;
+    for (;;) {  // two units a turn; a[1] is there once a[0] is no terminator
+      if (a[0] != b[0] || a[0] == 0) break;
+      if (a[1] != b[1] || a[1] == 0) {
+        ++a;
+        ++b;
+        break;
+      }
+      a += 2;
+      b += 2;
     }
     if (*a == *b) return 0;
     // A difference right after shared digits lies inside a digit run that
@@ -84,8 +122,19 @@ int NaturalNames::NaturalCompare(const WCHAR* a, const WCHAR* b) noexcept {
     if (a != shared && IsWideDigit(a[-1])) {
       const WCHAR* run = a - 1;
       while (run != shared && IsWideDigit(run[-1])) --run;
-      const int order = (*run == u'0' ? CompareFractionRuns(a, b) : CompareRuns(a, b)).result;
+      const int order = DecideInsideRuns(a, b, *run == u'0');
       if (order != 0) return order;
+    }
+    // Two ASCII units without a rule of their own decide by their capitals.
+    if (*a < 0x80 && *b < 0x80) {
+      const std::uint16_t capitalA = kAsciiCapitals[static_cast<std::size_t>(*a)];
+      const std::uint16_t capitalB = kAsciiCapitals[static_cast<std::size_t>(*b)];
+      if ((capitalA | capitalB) < kOwnRule) {
+        if (capitalA != capitalB) return capitalA < capitalB ? -1 : 1;
+        ++a;
+        ++b;
+        continue;
+      }
     }
     a = SkipSpace(a);
     b = SkipSpace(b);

@@ -15,9 +15,9 @@ constexpr WCHAR kCaret = u'^';           // the same separator in a joined list
 
 constexpr WCHAR AsJoined(WCHAR ch) noexcept { return ch == kCurrencySign ? kCaret : ch; }
 
-// Matches a pattern that holds at least one '*' and one literal unit. Each
-// literal is taken at its first occurrence after the previous one, without
-// backtracking: the host's filters have always matched that way.
+// Matches a pattern that holds at least one '*'. Each literal part is taken
+// at its first occurrence after the previous one, without backtracking:
+// the host's filters have always matched that way.
 bool MatchStarPattern(WStringView text, WStringView pattern) noexcept {
   const bool openStart = pattern.front() == kStar;
   const bool openEnd = pattern.back() == kStar;
