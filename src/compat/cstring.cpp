@@ -57,15 +57,15 @@ int CompareUnits(WStringView a, WStringView b, Map map) noexcept {
 
 WCHAR Same(WCHAR c) noexcept { return c; }
 
-template <class Pred>
-void TrimRightIf(WString& s, Pred pred) {
+template <class Units, class Pred>
+void TrimRightIf(Units& s, Pred pred) {
   std::size_t end = s.size();
   while (end > 0 && pred(s[end - 1])) --end;
   s.erase(end);
 }
 
-template <class Pred>
-void TrimLeftIf(WString& s, Pred pred) {
+template <class Units, class Pred>
+void TrimLeftIf(Units& s, Pred pred) {
   std::size_t begin = 0;
   while (begin < s.size() && pred(s[begin])) ++begin;
   s.erase(0, begin);
@@ -113,7 +113,10 @@ void ForEachCodePoint(WStringView s, F f) {
 }  // namespace
 
 CString::CString(const wchar_t* psz) {
-  if (psz != nullptr) cadtools::detail::AppendWide(m_str, psz, std::char_traits<wchar_t>::length(psz));
+  if (psz == nullptr) return;
+  WString units;
+  cadtools::detail::AppendWide(units, psz, std::char_traits<wchar_t>::length(psz));
+  m_str.assign(units);
 }
 
 CString::CString(const char16_t* psz) {
@@ -125,7 +128,7 @@ CString::CString(const char16_t* psz) {
 
 CString::CString(const WCHAR* pch, int nLength) {
   if (nLength < 0 || (pch == nullptr && nLength > 0)) cadtools::ThrowInvalidArg();
-  if (nLength > 0) m_str.assign(pch, static_cast<std::size_t>(nLength));
+  if (nLength > 0) m_str.assign(WStringView(pch, static_cast<std::size_t>(nLength)));
 }
 
 CString::CString(WCHAR ch, int nRepeat) {
@@ -144,13 +147,13 @@ void CString::SetAt(int iChar, WCHAR ch) {
 
 CString CString::Left(int nCount) const {
   CString r;
-  r.m_str.assign(m_str, 0, ClampIndex(nCount, m_str.size()));
+  r.m_str.assign(View().substr(0, ClampIndex(nCount, m_str.size())));
   return r;
 }
 
 CString CString::Mid(int iFirst) const {
   CString r;
-  if (iFirst <= GetLength()) r.m_str.assign(m_str, ClampIndex(iFirst, m_str.size()));
+  if (iFirst <= GetLength()) r.m_str.assign(View().substr(ClampIndex(iFirst, m_str.size())));
   return r;
 }
 
@@ -158,14 +161,14 @@ CString CString::Mid(int iFirst, int nCount) const {
   CString r;
   if (iFirst > GetLength()) return r;
   const std::size_t first = ClampIndex(iFirst, m_str.size());
-  r.m_str.assign(m_str, first, ClampIndex(nCount, m_str.size() - first));
+  r.m_str.assign(View().substr(first, ClampIndex(nCount, m_str.size() - first)));
   return r;
 }
 
 CString CString::Right(int nCount) const {
   CString r;
   const std::size_t n = ClampIndex(nCount, m_str.size());
-  r.m_str.assign(m_str, m_str.size() - n, n);
+  r.m_str.assign(View().substr(m_str.size() - n, n));
   return r;
 }
 
@@ -251,13 +254,13 @@ int CString::Replace(PCXSTR pszOld, PCXSTR pszNew) {
   int count = 0;
   std::size_t from = 0;
   for (std::size_t hit = m_str.find(old_text); hit != WString::npos; hit = m_str.find(old_text, from)) {
-    result.append(m_str, from, hit - from).append(new_text);
+    result.append(View().substr(from, hit - from)).append(new_text);
     from = hit + old_text.size();
     ++count;
   }
   if (count > 0) {
-    result.append(m_str, from);
-    m_str.swap(result);
+    result.append(View().substr(from));
+    m_str.assign(result);
   }
   return count;
 }
@@ -269,7 +272,7 @@ int CString::Remove(WCHAR chRemove) {
 }
 
 int CString::Insert(int iIndex, WCHAR ch) {
-  m_str.insert(ClampIndex(iIndex, m_str.size()), 1, ch);
+  m_str.insert(ClampIndex(iIndex, m_str.size()), WStringView(&ch, 1));
   return GetLength();
 }
 
@@ -298,7 +301,7 @@ void CString::Append(PCXSTR psz) { m_str.append(ViewOrEmpty(psz)); }
 
 void CString::Append(PCXSTR pch, int nLength) {
   if (nLength < 0 || (pch == nullptr && nLength > 0)) cadtools::ThrowInvalidArg();
-  if (nLength > 0) m_str.append(pch, static_cast<std::size_t>(nLength));
+  if (nLength > 0) m_str.append(WStringView(pch, static_cast<std::size_t>(nLength)));
 }
 
 CString& CString::operator+=(const CString& str) {

@@ -469,6 +469,6 @@ void CString::FormatArgs(cadtools::WStringView fmt, const cadtools::detail::Form
   if (append) {
     m_str.append(out);
   } else {
-    m_str.swap(out);
+    m_str.assign(out);
   }
 }

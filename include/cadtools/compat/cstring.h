@@ -97,6 +97,7 @@
 #pragma once
 
 #include <cadtools/compat/exceptions.h>
+#include <cadtools/compat/unit_string.h>
 #include <cadtools/compat/win_types.h>
 #include <cadtools/export.h>
 
@@ -300,7 +301,7 @@ class CADTOOLS_API CString {
   // that operator PCXSTR would otherwise allow, and C++20 tries them with
   // the operands swapped, so `s == L"x"`, `L"x" == s` and `s1 < s2` all
   // compare text. A wchar_t literal on Linux converts to CString first.
-  friend bool operator==(const CString& a, const CString& b) noexcept { return a.m_str == b.m_str; }
+  friend bool operator==(const CString& a, const CString& b) noexcept { return a.View() == b.View(); }
   friend bool operator==(const CString& a, PCXSTR b) noexcept { return a.Compare(b) == 0; }
   friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept {
     return a.Compare(b) <=> 0;
@@ -337,7 +338,7 @@ class CADTOOLS_API CString {
   void FormatArgs(cadtools::WStringView fmt, const cadtools::detail::FormatArg* args, std::size_t count,
                   bool append);
 
-  cadtools::WString m_str;
+  cadtools::detail::UnitString m_str;
 };
 
 namespace cadtools {
