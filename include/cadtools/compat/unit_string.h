@@ -1,5 +1,5 @@
 // cadtools::detail::UnitString: the storage of CString, UTF-16 units with
-// room for 17 of them inside the object itself (48 bytes in all).
+// room for 21 of them inside the object itself (56 bytes in all).
 //
 // The host passes CString by value everywhere, as its framework's shared
 // strings make cheap; names, tags and numbers are short, so keeping them in
@@ -26,7 +26,7 @@ class CADTOOLS_API UnitString {
  public:
   using View = std::basic_string_view<WCHAR>;
   static constexpr std::size_t npos = View::npos;
-  static constexpr std::size_t kInlineUnits = 17;
+  static constexpr std::size_t kInlineUnits = 21;
 
   UnitString() noexcept : data_(inline_) {}
   // Copies and destruction of short strings are inline: they are what a
