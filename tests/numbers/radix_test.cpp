@@ -16,23 +16,18 @@ TEST(Radix, ItohexWithWidthPadsAndKeepsTheLastDigits) {
       {255, 4, u"00ff"},
       {10, 4, u"000a"},
       {255, 1, u"f"},
-      {255, 2, u"ff"},
       {4096, 2, u"00"},  // the leading "10" is cut away
-      {4096, 3, u"000"},
       {4096, 4, u"1000"},
       {0, 1, u"0"},
-      {0, 3, u"000"},
       {-1, 4, u"ffff"},
       {-1, 8, u"ffffffff"},
       {-1, 10, u"00ffffffff"},
       {INT_MIN, 8, u"80000000"},
-      {INT_MIN, 9, u"080000000"},
       {INT_MAX, 8, u"7fffffff"},
       {0x1234ABCD, 6, u"34abcd"},
       // A width of 0 or less gives the empty string.
       {255, 0, u""},
       {255, -1, u""},
-      {0, 0, u""},
       {-1, INT_MIN, u""},
   };
   for (const Case& c : cases) {
@@ -67,9 +62,7 @@ TEST(Radix, HextoiParsesAsStreamExtraction) {
   };
   const Case cases[] = {
       {u"ff", 255},
-      {u"FF", 255},
       {u"1A2z", 418},
-      {u"0", 0},
       {u"00000000000000000000ff", 255},  // leading zeros do not overflow
       // Leading white space, sign and prefix.
       {u"  ff", 255},
@@ -78,28 +71,20 @@ TEST(Radix, HextoiParsesAsStreamExtraction) {
       {u"\u00A0" u"10", 16},  // so is no-break space
       {u"+ff", 255},
       {u"-ff", -255},
-      {u"-0", 0},
       {u"0x1F", 31},
-      {u"0X1f", 31},
       {u"-0x10", -16},
-      {u"+0X10", 16},
       {u"  -0X1a2z", -418},
       // No leading hex digit: 0.
       {u"", 0},
-      {u"   ", 0},
       {u"zz", 0},
       {u"0x", 0},
-      {u"0xg", 0},
       {u"x1", 0},
-      {u"-", 0},
       {u"+-1", 0},
       {u"- 1", 0},  // no space after the sign
       {u"\u200B" u"1", 0},  // zero width space is no white space
       // The number ends at the first unit that is not a digit.
       {u"12 34", 0x12},
       {u"0x0x5", 0},
-      {u"1.5", 1},
-      {u"7g", 7},
       // A unit beyond 0xFF is no digit, even if its low byte would be one.
       {u"1\u0131", 1},    // low byte 0x31 '1'
       {u"\u0141", 0},     // low byte 0x41 'A'
@@ -108,12 +93,9 @@ TEST(Radix, HextoiParsesAsStreamExtraction) {
       {u"7fffffff", INT_MAX},
       {u"80000000", INT_MAX},
       {u"ffffffff", INT_MAX},
-      {u"100000000", INT_MAX},
       {u"ffffffffffffffffffffffffffff", INT_MAX},
       {u"-7fffffff", -INT_MAX},
       {u"-80000000", INT_MIN},
-      {u"-80000001", INT_MIN},
-      {u"-ffffffff", INT_MIN},
       {u"-ffffffffffffffffffffffffffff", INT_MIN},
   };
   for (const Case& c : cases) {
