@@ -18,12 +18,4 @@ std::vector<CString> Elements(const Array& a) {
 
 using Fields = std::vector<CString>;
 
-// Every unit of a literal, embedded NULs included, on every target.
-template <std::size_t N>
-CString Units(const char16_t (&literal)[N]) {
-  CString s;
-  for (std::size_t i = 0; i + 1 < N; ++i) s.AppendChar(static_cast<WCHAR>(literal[i]));
-  return s;
-}
-
 }  // namespace cadtools::test
