@@ -93,6 +93,12 @@ CADTOOLS_API LSTATUS RegQueryInfoKeyW(HKEY key, LPWSTR class_name, LPDWORD class
 CADTOOLS_API LSTATUS RegCloseKey(HKEY key) noexcept;
 CADTOOLS_API LSTATUS SHDeleteKeyW(HKEY key, LPCWSTR sub_key) noexcept;
 
+// Closes the store's files and every open key, so that the next call reads
+// $CADTOOLS_REGISTRY_DIR and $CADTOOLS_MACHINE_REGISTRY_DIR again. Keys
+// opened before are invalid afterwards (ERROR_INVALID_HANDLE). For tools
+// that switch between stores within one process; the host never needs it.
+CADTOOLS_API void ReloadStoreLocations() noexcept;
+
 #endif
 
 }  // namespace cadtools::registry
