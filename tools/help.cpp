@@ -103,7 +103,7 @@ constexpr const char* kSettingsNotes =
     "TYPE and value(s) in this notation, strings quoted.\n"
     "\n"
     "--store DIR: off Windows, use the settings store in DIR instead of the\n"
-    "user's own (~/.config/cadtools).\n"
+    "user's own ($CADTOOLS_REGISTRY_DIR, else ~/.config/cadtools).\n"
     "\n"
     "exit status: 0 done, 1 no such key or value, a registry or file error, or a\n"
     ".reg file with a fault (FILE:LINE: what), 2 bad arguments.\n";

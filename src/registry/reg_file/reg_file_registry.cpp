@@ -87,7 +87,7 @@ LSTATUS ReadKey(HKEY key, RegKeyEntry& entry, std::vector<WString>& subkeys) {
       if (status == ERROR_NO_MORE_ITEMS) return ERROR_SUCCESS;  // a value went away meanwhile
       if (status != ERROR_SUCCESS) return status;
       value.name.assign(name.data(), name_length);
-      value.data.assign(data.begin(), data.begin() + data_size);
+      value.data.assign(data.data(), data.data() + data_size);
       break;
     }
     entry.values.push_back(std::move(value));
