@@ -36,7 +36,17 @@ struct ValueLayout {
   static void Take(const std::vector<BYTE>& data, T& value) noexcept {
     std::memcpy(&value, data.data(), std::min(data.size(), sizeof(T)));
   }
-  static bool Same(const T& a, const T& b) noexcept { return a == b; }
+  static bool Same(const T& a, const T& b) noexcept {
+    // CPoint and CRect compare with their Win32 base on the right; naming
+    // it keeps C++20 from also trying the reversed comparison.
+    if constexpr (std::is_base_of_v<POINT, T>) {
+      return a == static_cast<const POINT&>(b);
+    } else if constexpr (std::is_base_of_v<RECT, T>) {
+      return a == static_cast<const RECT&>(b);
+    } else {
+      return a == b;
+    }
+  }
 };
 
 template <>

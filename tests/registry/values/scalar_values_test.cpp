@@ -82,7 +82,7 @@ void ExpectLayout(const T& value, DWORD type, const Bytes& bytes) {
   EXPECT_EQ(s.bytes, bytes);
   CRegBase(key).removeValue();
   WriteRaw(HKEY_CURRENT_USER, b.m_strKeyPath.GetString(), b.m_strValueName, type, bytes);
-  EXPECT_TRUE(Reg(key).m_value == value);
+  EXPECT_TRUE(registry::ValueLayout<T>::Same(Reg(key).m_value, value));
 }
 
 TEST_F(ScalarValues, ByteLayouts) {
@@ -108,7 +108,7 @@ TEST_F(ScalarValues, ForeignData) {
   const Case cases[] = {
       {REG_BINARY, {0x34, 0x12}, [](const CString& k) { return CRegDWORD(k, 7) == 0x1234u; }},
       {REG_BINARY, {1, 0, 0, 0, 0, 0, 0, 0}, [](const CString& k) { return CRegDWORD(k, 7).m_bRead == 0; }},
-      {REG_BINARY, {5, 0, 0, 0}, [](const CString& k) { return CRegPoint(k, CPoint(7, 7)).m_value == CPoint(5, 0); }},
+      {REG_BINARY, {5, 0, 0, 0}, [](const CString& k) { return CRegPoint(k, CPoint(7, 7)).m_value == POINT{5, 0}; }},
       {REG_BINARY, {}, [](const CString& k) { return CRegBOOL(k, true).m_value == false; }},
       {REG_BINARY, {'A', 0, 'B', 0, 0, 0, 'C', 0}, [](const CString& k) { return CRegString(k).m_value == W("AB"); }},
       {REG_DWORD, {'A', 0, 'B', 0}, [](const CString& k) { return CRegString(k).m_value == W("AB"); }},
