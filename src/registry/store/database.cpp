@@ -1,0 +1,253 @@
+// The connection, the schema and the statement cache.
+#include "registry/store/database.h"
+
+#include "registry/store/clock.h"
+
+#include <string>
+
+namespace cadtools::registry::store {
+
+namespace {
+
+// 'CADR': tells our stores from other SQLite files.
+constexpr std::int64_t kApplicationId = 0x43414452;
+constexpr std::int64_t kSchemaVersion = 1;
+
+// Writers of other processes wait this long for each other; a store that
+// stays locked longer is treated as failing (reads answer "not found").
+constexpr int kBusyTimeoutMs = 5000;
+
+constexpr const char* kSchema =
+    "CREATE TABLE keys("
+    "  id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    "  parent INTEGER NOT NULL,"
+    "  name BLOB NOT NULL,"
+    "  folded BLOB NOT NULL,"
+    "  path BLOB NOT NULL UNIQUE,"
+    "  written INTEGER NOT NULL);"
+    "CREATE UNIQUE INDEX keys_children ON keys(parent, folded);"
+    "CREATE TABLE vals("
+    "  key INTEGER NOT NULL,"
+    "  folded BLOB NOT NULL,"
+    "  name BLOB NOT NULL,"
+    "  type INTEGER NOT NULL,"
+    "  data BLOB NOT NULL,"
+    "  written INTEGER NOT NULL,"
+    "  UNIQUE(key, folded));"
+    "CREATE INDEX vals_order ON vals(key);";
+
+constexpr const char* kTree =
+    "WITH RECURSIVE tree(id) AS (SELECT ?1 UNION ALL SELECT keys.id FROM keys JOIN tree ON keys.parent = tree.id)";
+
+const std::string& SqlText(Sql which) {
+  static const std::array<std::string, kSqlCount> texts = {
+      "SELECT id, parent FROM keys WHERE path = ?1",
+      "SELECT written FROM keys WHERE id = ?1",
+      "INSERT INTO keys(parent, name, folded, path, written) VALUES(?1, ?2, ?3, ?4, ?5)",
+      "UPDATE keys SET written = ?2 WHERE id = ?1",
+      "SELECT count(*), coalesce(max(length(name)), 0), coalesce(max(written), 0) FROM keys WHERE parent = ?1",
+      "SELECT name, written FROM keys WHERE parent = ?1 ORDER BY folded LIMIT 1 OFFSET ?2",
+      "SELECT type, data FROM vals WHERE key = ?1 AND folded = ?2",
+      // One statement, so that a write-through is one autocommit
+      // transaction; the EXISTS keeps values off keys deleted meanwhile.
+      "INSERT INTO vals(key, folded, name, type, data, written) SELECT ?1, ?2, ?3, ?4, ?5, ?6"
+      " WHERE EXISTS (SELECT 1 FROM keys WHERE id = ?1)"
+      " ON CONFLICT(key, folded) DO UPDATE SET type = excluded.type, data = excluded.data,"
+      " written = excluded.written",
+      "DELETE FROM vals WHERE key = ?1 AND folded = ?2",
+      "SELECT count(*), coalesce(max(length(name)), 0), coalesce(max(length(data)), 0), coalesce(max(written), 0)"
+      " FROM vals WHERE key = ?1",
+      "SELECT name, type, data FROM vals WHERE key = ?1 ORDER BY rowid LIMIT 1 OFFSET ?2",
+      std::string("DELETE FROM vals WHERE key IN (") + kTree + " SELECT id FROM tree)",
+      std::string("DELETE FROM keys WHERE id IN (") + kTree + " SELECT id FROM tree WHERE id <> ?1)",
+      "DELETE FROM keys WHERE id = ?1 AND parent <> 0",
+      "BEGIN IMMEDIATE",
+      "COMMIT",
+      "ROLLBACK",
+  };
+  return texts[static_cast<std::size_t>(which)];
+}
+
+bool IsDamage(int result) noexcept {
+  const int primary = result & 0xFF;
+  return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+// The first column of the first row of a statement, as text, or the
+// failure.
+struct FirstValue {
+  std::string text;
+  int result = SQLITE_OK;
+  bool ok() const noexcept { return result == SQLITE_ROW; }
+};
+
+FirstValue FirstValueOf(sqlite3* db, const char* sql) {
+  sqlite3_stmt* stmt = nullptr;
+  FirstValue value;
+  value.result = sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr);
+  if (value.result == SQLITE_OK) value.result = sqlite3_step(stmt);
+  if (value.ok()) {
+    const auto* text = sqlite3_column_text(stmt, 0);
+    if (text != nullptr) value.text = reinterpret_cast<const char*>(text);
+  } else {
+    value.text = sqlite3_errmsg(db);
+  }
+  sqlite3_finalize(stmt);
+  return value;
+}
+
+}  // namespace
+
+int Database::Open(const std::string& file, bool read_only) {
+  Close();
+  const int flags = (read_only ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX |
+                    SQLITE_OPEN_EXRESCODE;
+  const int result = sqlite3_open_v2(file.c_str(), &db_, flags, nullptr);
+  if (result != SQLITE_OK) {
+    sqlite3_close(db_);
+    db_ = nullptr;
+    return result;
+  }
+  sqlite3_busy_timeout(db_, kBusyTimeoutMs);
+  return SQLITE_OK;
+}
+
+void Database::OpenEmpty() {
+  Close();
+  sqlite3_open_v2(":memory:", &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  const std::string root = "INSERT INTO keys(id, parent, name, folded, path, written) VALUES(1, 0, x'', x'', x'', 0);";
+  sqlite3_exec(db_, (std::string(kSchema) + root).c_str(), nullptr, nullptr, nullptr);
+}
+
+bool Database::read_only() const noexcept { return db_ == nullptr || sqlite3_db_readonly(db_, "main") == 1; }
+
+CheckResult Database::Check() {
+  const FirstValue verdict = FirstValueOf(db_, "PRAGMA quick_check");
+  if (!verdict.ok()) return {verdict.text, IsDamage(verdict.result)};
+  if (verdict.text != "ok") return {"integrity check: " + verdict.text, true};
+  const FirstValue application = FirstValueOf(db_, "PRAGMA application_id");
+  if (!application.ok()) return {application.text, IsDamage(application.result)};
+  if (application.text == std::to_string(kApplicationId)) return {};
+  const FirstValue tables = FirstValueOf(db_, "SELECT count(*) FROM sqlite_schema");
+  if (!tables.ok()) return {tables.text, IsDamage(tables.result)};
+  if (tables.text != "0") return {"not a settings store", true};
+  // A database without tables is a store nobody has written yet. When we
+  // cannot write it, reads find no tables and answer "not found".
+  if (read_only()) return {};
+  const std::string setup = std::string("BEGIN IMMEDIATE;") + kSchema +
+                            "INSERT INTO keys(id, parent, name, folded, path, written) VALUES(1, 0, x'', x'', x'', " +
+                            std::to_string(FileTimeNow()) + ");PRAGMA application_id = " +
+                            std::to_string(kApplicationId) + ";PRAGMA user_version = " +
+                            std::to_string(kSchemaVersion) + ";COMMIT;";
+  char* error = nullptr;
+  const int result = sqlite3_exec(db_, setup.c_str(), nullptr, nullptr, &error);
+  if (result == SQLITE_OK) return {};
+  CheckResult failed{error != nullptr ? error : "cannot create the tables", IsDamage(result)};
+  sqlite3_free(error);
+  sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+  return failed;
+}
+
+void Database::Configure(bool shared) {
+  if (read_only()) return;
+  // The machine store keeps a rollback journal: users who cannot write its
+  // folder can still read it, which a WAL database does not allow. The
+  // user's store uses WAL, so readers and the writer do not block each
+  // other. With synchronous=NORMAL a committed transaction is in the file
+  // (or its WAL) when the call returns, so a process that is killed loses
+  // nothing; a power cut may lose the last transactions, as the WAL is not
+  // synced on each commit. We do not claim more than that for settings.
+  sqlite3_exec(db_, shared ? "PRAGMA journal_mode=DELETE" : "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+  sqlite3_exec(db_, "PRAGMA synchronous=NORMAL;PRAGMA journal_size_limit=4194304", nullptr, nullptr, nullptr);
+}
+
+void Database::Finalize() noexcept {
+  for (sqlite3_stmt*& stmt : statements_) {
+    sqlite3_finalize(stmt);
+    stmt = nullptr;
+  }
+}
+
+void Database::Close() noexcept {
+  if (db_ == nullptr) return;
+  Finalize();
+  sqlite3_close(db_);
+  db_ = nullptr;
+  damage_.clear();
+}
+
+void Database::CloseAside() noexcept {
+  if (db_ == nullptr) return;
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+  int persist = 1;
+  sqlite3_file_control(db_, "main", SQLITE_FCNTL_PERSIST_WAL, &persist);
+  Close();
+}
+
+void Database::Abandon() noexcept {
+  statements_.fill(nullptr);
+  db_ = nullptr;
+  damage_.clear();
+}
+
+sqlite3_stmt* Database::Statement(Sql which) {
+  sqlite3_stmt*& stmt = statements_[static_cast<std::size_t>(which)];
+  if (stmt == nullptr && db_ != nullptr) {
+    const std::string& text = SqlText(which);
+    Record(sqlite3_prepare_v3(db_, text.c_str(), static_cast<int>(text.size()), SQLITE_PREPARE_PERSISTENT, &stmt,
+                              nullptr));
+  }
+  return stmt;
+}
+
+void Database::Record(int result) noexcept {
+  if (IsDamage(result) && damage_.empty()) {
+    damage_ = sqlite3_errstr(result);
+    if (damage_.empty()) damage_ = "damaged";
+  }
+}
+
+std::string Database::TakeDamage() {
+  std::string reason;
+  reason.swap(damage_);
+  return reason;
+}
+
+void Query::Bind(int index, std::int64_t value) noexcept {
+  if (stmt_ != nullptr) sqlite3_bind_int64(stmt_, index, value);
+}
+
+void Query::Bind(int index, std::string_view bytes) noexcept {
+  static const char kNothing[1] = {0};
+  if (stmt_ == nullptr) return;
+  sqlite3_bind_blob64(stmt_, index, bytes.empty() ? kNothing : bytes.data(), bytes.size(), SQLITE_STATIC);
+}
+
+bool Query::Row() noexcept {
+  if (stmt_ == nullptr) {
+    failed_ = true;
+    return false;
+  }
+  const int result = sqlite3_step(stmt_);
+  if (result == SQLITE_ROW) return true;
+  if (result != SQLITE_DONE) {
+    failed_ = true;
+    db_.Record(result);
+  }
+  return false;
+}
+
+bool Query::Run() noexcept {
+  while (Row()) {
+  }
+  return !failed_;
+}
+
+std::string_view Query::Blob(int column) const noexcept {
+  const void* bytes = sqlite3_column_blob(stmt_, column);
+  const int size = sqlite3_column_bytes(stmt_, column);
+  if (bytes == nullptr || size <= 0) return {};
+  return std::string_view(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
+}
+
+}  // namespace cadtools::registry::store

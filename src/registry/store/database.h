@@ -1,0 +1,175 @@
+// One SQLite connection to a hive's store, its schema and its prepared
+// statements.
+//
+// Tables (names are big-endian UTF-16 blobs, see names.h):
+//   keys(id, parent, name, folded, path, written)
+//     id INTEGER PRIMARY KEY AUTOINCREMENT: an id is never given to another
+//     key, so an open handle whose key was deleted cannot reach a newer key
+//     that happens to get the same number. The root key of the hive has id
+//     1, parent 0 and the empty path; path is unique, so a whole key path
+//     resolves with one indexed look-up; (parent, folded) is unique and
+//     lists subkeys in the order Windows enumerates them.
+//   vals(key, folded, name, type, data, written)
+//     (key, folded) is unique; the rowid gives the creation order in which
+//     Windows lists values (an update keeps the row, a value deleted and
+//     written again goes to the end).
+//   written: the time of the last change as a FILETIME count.
+//
+// Every call resets its statements when done, so no read transaction stays
+// open between calls and the WAL can be checkpointed.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace cadtools::registry::store {
+
+// What Database::Check found: nothing (an empty problem), damage, or a
+// failure that says nothing about the file (a lock held too long).
+struct CheckResult {
+  std::string problem;
+  bool damaged = false;
+};
+
+enum class Sql {
+  kFindKey,        // id, parent of the key with path ?1
+  kKeyWritten,     // written of key ?1 (no row: the key is gone)
+  kInsertKey,      // parent ?1, name ?2, folded ?3, path ?4, written ?5
+  kTouchKey,       // written of key ?1 = ?2
+  kChildInfo,      // count, longest name (bytes), latest written of the subkeys of ?1
+  kEnumKey,        // name, written of subkey number ?2 of ?1
+  kGetValue,       // type, data of value ?2 in key ?1
+  kSetValue,       // key ?1, folded ?2, name ?3, type ?4, data ?5, written ?6; no row when key ?1 is gone
+  kDeleteValue,    // value ?2 of key ?1
+  kValueInfo,      // count, longest name, longest data (bytes), latest written of the values of ?1
+  kEnumValue,      // name, type, data of value number ?2 of ?1
+  kDeleteTreeValues,  // every value of key ?1 and of the keys below it
+  kDeleteBelow,    // every key below key ?1
+  kDeleteKey,      // key ?1 itself
+  kBegin,          // BEGIN IMMEDIATE: writers queue here, never in the middle
+  kCommit,
+  kRollback,
+};
+inline constexpr int kSqlCount = static_cast<int>(Sql::kRollback) + 1;
+
+class Database {
+ public:
+  Database() = default;
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+  ~Database() { Close(); }
+
+  // Opens file, which must exist; read_only opens it for reading only.
+  // Returns an SQLite result code; on failure nothing stays open.
+  int Open(const std::string& file, bool read_only);
+  // An empty store in memory, for a hive that has no usable file. It
+  // answers every read with nothing; the hive refuses writes.
+  void OpenEmpty();
+  bool is_open() const noexcept { return db_ != nullptr; }
+  // SQLite may treat a file it cannot write as read-only on its own.
+  bool read_only() const noexcept;
+
+  // PRAGMA quick_check, and whether the file is a store of ours. A
+  // database without any table (a new file) gets the schema when the
+  // connection can write.
+  CheckResult Check();
+  // Journal and sync settings of a connection that can write; shared
+  // stores keep a rollback journal (see database.cpp).
+  void Configure(bool shared);
+
+  // Closes the connection normally (checkpointing the WAL into the file).
+  void Close() noexcept;
+  // Closes a connection whose file was moved aside: no checkpoint, and
+  // the WAL stays with the file it belongs to.
+  void CloseAside() noexcept;
+  // Forgets a connection inherited through fork() without touching it:
+  // the parent still uses its files and locks.
+  void Abandon() noexcept;
+
+  // The cached statement, prepared on first use; null when it cannot be
+  // prepared (the failure is recorded).
+  sqlite3_stmt* Statement(Sql which);
+
+  // Records the outcome of a step; SQLITE_CORRUPT and SQLITE_NOTADB mark
+  // the file as damaged.
+  void Record(int result) noexcept;
+  // Damage seen since the last TakeDamage, and why.
+  bool damaged() const noexcept { return !damage_.empty(); }
+  std::string TakeDamage();
+
+  std::int64_t changes() const noexcept { return sqlite3_changes64(db_); }
+  std::int64_t last_insert_id() const noexcept { return sqlite3_last_insert_rowid(db_); }
+
+ private:
+  void Finalize() noexcept;
+
+  sqlite3* db_ = nullptr;
+  std::array<sqlite3_stmt*, kSqlCount> statements_{};
+  std::string damage_;
+};
+
+// One use of a cached statement, reset when it goes.
+//   Query find(db, Sql::kFindKey);
+//   find.Bind(1, path);
+//   if (find.Row()) id = find.Int(0);
+class Query {
+ public:
+  Query(Database& db, Sql which) : db_(db), stmt_(db.Statement(which)) {}
+  Query(const Query&) = delete;
+  Query& operator=(const Query&) = delete;
+  ~Query() {
+    if (stmt_ != nullptr) sqlite3_reset(stmt_);
+  }
+
+  void Bind(int index, std::int64_t value) noexcept;
+  // The bytes must outlive the query; an empty view binds an empty blob.
+  void Bind(int index, std::string_view bytes) noexcept;
+
+  // Steps once: true when there is a row. False when done or failed.
+  bool Row() noexcept;
+  // Runs to the end: true when it succeeded.
+  bool Run() noexcept;
+  bool failed() const noexcept { return failed_; }
+
+  std::int64_t Int(int column) const noexcept { return sqlite3_column_int64(stmt_, column); }
+  std::string_view Blob(int column) const noexcept;
+
+ private:
+  Database& db_;
+  sqlite3_stmt* stmt_;
+  bool failed_ = false;
+};
+
+// BEGIN IMMEDIATE ... COMMIT around a write of several statements; rolled
+// back unless committed. Taking the write lock at BEGIN means a writer
+// waits for others there (busy_timeout) and never fails halfway.
+class Transaction {
+ public:
+  explicit Transaction(Database& db) : db_(db) {
+    Query begin(db_, Sql::kBegin);
+    begun_ = begin.Run();
+  }
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction() {
+    if (begun_ && !committed_) Query(db_, Sql::kRollback).Run();
+  }
+
+  bool begun() const noexcept { return begun_; }
+  bool Commit() noexcept {
+    Query commit(db_, Sql::kCommit);
+    committed_ = commit.Run();
+    return committed_;
+  }
+
+ private:
+  Database& db_;
+  bool begun_ = false;
+  bool committed_ = false;
+};
+
+}  // namespace cadtools::registry::store

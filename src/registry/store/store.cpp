@@ -1,0 +1,113 @@
+// The store singleton, sessions, and finding keys for handles.
+#include "registry/store/store.h"
+
+#include <pthread.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace cadtools::registry::store {
+
+Store& Store::Instance() {
+  // Never destroyed: typed values write themselves back in their
+  // destructors, and a static one may be destroyed after this would be.
+  alignas(Store) static unsigned char storage[sizeof(Store)];
+  static Store* const instance = ::new (storage) Store();
+  return *instance;
+}
+
+Store::Store() {
+  for (int i = 0; i < kHiveCount; ++i) roots_[static_cast<std::size_t>(i)].hive = i;
+  pthread_atfork(&Store::BeforeFork, &Store::AfterForkInParent, &Store::AfterForkInChild);
+  // Closing at exit checkpoints the WAL into the store file and removes
+  // the -wal and -shm files. A later call (a static typed value destroyed
+  // after this) simply opens the store again.
+  std::atexit(&Store::CloseFilesAtExit);
+}
+
+void Store::CloseFilesAtExit() noexcept {
+  Store& store = Instance();
+  std::unique_lock<std::mutex> lock(store.mutex_, std::try_to_lock);
+  if (!lock.owns_lock()) return;  // another thread is in a call; leave its files be
+  for (Hive& hive : store.hives_) hive.Close(false);
+}
+
+// fork() copies the mutex in whatever state it is; holding it across the
+// fork makes the child's copy consistent.
+void Store::BeforeFork() noexcept { Instance().mutex_.lock(); }
+void Store::AfterForkInParent() noexcept { Instance().mutex_.unlock(); }
+void Store::AfterForkInChild() noexcept {
+  Store& store = Instance();
+  for (Hive& hive : store.hives_) hive.Abandon();
+  store.mutex_.unlock();
+}
+
+Handle& Store::root(int index) {
+  Handle& root = roots_[static_cast<std::size_t>(index)];
+  Hive& hive = hives_[static_cast<std::size_t>(index)];
+  hive.db();
+  root.id = 1;
+  root.epoch = hive.epoch();
+  root.access = KEY_ALL_ACCESS;
+  root.verified = true;
+  return root;
+}
+
+void Store::Reload() noexcept {
+  handles_.Clear();
+  for (Hive& hive : hives_) hive.Close(true);
+}
+
+Session::~Session() {
+  for (int i = 0; i < kHiveCount; ++i) store_.hive(i).AfterCall();
+}
+
+Handle* Session::Resolve(HKEY key) {
+  const int hive = PredefinedHive(key);
+  if (hive >= 0) return &store_.root(hive);
+  return store_.handles().Find(key);
+}
+
+LONG KeyExists(Database& db, std::int64_t id) {
+  Query query(db, Sql::kKeyWritten);
+  query.Bind(1, id);
+  if (query.Row()) return ERROR_SUCCESS;
+  return query.failed() ? kStoreFailed : kKeyGone;
+}
+
+Lookup FindKey(Hive& hive, const std::string& path, bool trust_cache) {
+  Lookup found;
+  if (path.empty()) {
+    found = {ERROR_SUCCESS, 1, 0, true};
+    return found;
+  }
+  if (trust_cache) {
+    if (const std::int64_t* id = hive.Cached(path)) {
+      found.result = ERROR_SUCCESS;
+      found.id = *id;
+      return found;
+    }
+  }
+  Query query(hive.db(), Sql::kFindKey);
+  query.Bind(1, path);
+  if (query.Row()) {
+    found = {ERROR_SUCCESS, query.Int(0), query.Int(1), true};
+    hive.Remember(path, found.id);
+    return found;
+  }
+  found.result = query.failed() ? kStoreFailed : kKeyGone;
+  return found;
+}
+
+LONG Revive(Session& session, Handle& handle) {
+  Hive& hive = session.hive(handle);
+  if (!handle.is_root() && handle.verified && handle.epoch == hive.epoch()) return kKeyGone;
+  const Lookup found = FindKey(hive, handle.path, false);
+  if (found.result != ERROR_SUCCESS) return found.result;
+  handle.id = found.id;
+  handle.epoch = hive.epoch();
+  handle.verified = true;
+  return ERROR_SUCCESS;
+}
+
+}  // namespace cadtools::registry::store

@@ -1,0 +1,140 @@
+// RegQueryValueExW, RegSetValueExW and RegDeleteValueW off Windows.
+#include <cadtools/registry/registry_api.h>
+
+#include "registry/store/clock.h"
+#include "registry/store/store.h"
+
+#include <cstring>
+
+namespace cadtools::registry {
+
+using namespace store;
+
+namespace {
+
+// The buffer protocol of RegQueryValueExW: the type always; the size
+// always; the bytes when a buffer is given and they fit, else
+// ERROR_MORE_DATA with the buffer untouched.
+LONG Deliver(DWORD type, std::string_view bytes, LPDWORD type_out, LPBYTE data, LPDWORD size) noexcept {
+  if (type_out != nullptr) *type_out = type;
+  const auto needed = static_cast<DWORD>(bytes.size());
+  LONG result = ERROR_SUCCESS;
+  if (data != nullptr) {
+    if (*size < needed) {
+      result = ERROR_MORE_DATA;
+    } else if (needed > 0) {
+      std::memcpy(data, bytes.data(), needed);
+    }
+  }
+  if (size != nullptr) *size = needed;
+  return result;
+}
+
+// When a look-up under a key found nothing: the key has no such item, or
+// the key itself is gone (kKeyGone) and the caller tries once more.
+LONG NothingFound(Database& db, std::int64_t id, LONG none) {
+  const LONG alive = KeyExists(db, id);
+  return alive == ERROR_SUCCESS ? none : alive;
+}
+
+}  // namespace
+
+LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                         LPDWORD data_size) noexcept {
+  if (reserved != nullptr || (data != nullptr && data_size == nullptr)) return ERROR_INVALID_PARAMETER;
+  return Guarded([&]() -> LSTATUS {
+    Session session;
+    Handle* handle = session.Resolve(key);
+    if (handle == nullptr) return ERROR_INVALID_HANDLE;
+    if ((handle->access & KEY_QUERY_VALUE) == 0) return ERROR_ACCESS_DENIED;
+    const Units value_name = NameOf(name);
+    if (value_name.size() > kMaxValueNameUnits) return ERROR_FILE_NOT_FOUND;
+    std::string& folded = session.store().folded;
+    folded.clear();
+    AppendName(folded, value_name, NameForm::kFolded);
+    Database& db = session.hive(*handle).db();
+    const LONG result = OnKey(session, *handle, [&](std::int64_t id) -> LONG {
+      {
+        Query query(db, Sql::kGetValue);
+        query.Bind(1, id);
+        query.Bind(2, folded);
+        if (query.Row()) return Deliver(static_cast<DWORD>(query.Int(0)), query.Blob(1), type, data, data_size);
+        if (query.failed()) return kStoreFailed;
+      }
+      return NothingFound(db, id, ERROR_FILE_NOT_FOUND);
+    });
+    return Answer(result, CallKind::kRead);
+  });
+}
+
+LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD /*reserved: ignored, as Windows does*/, DWORD type,
+                       const BYTE* data, DWORD data_size) noexcept {
+  return Guarded([&]() -> LSTATUS {
+    Session session;
+    Handle* handle = session.Resolve(key);
+    if (handle == nullptr) return ERROR_INVALID_HANDLE;
+    const Units value_name = NameOf(name);
+    if (value_name.size() > kMaxValueNameUnits) return ERROR_INVALID_PARAMETER;
+    if ((handle->access & KEY_SET_VALUE) == 0) return ERROR_ACCESS_DENIED;
+    if (data == nullptr && data_size > 0) return ERROR_NOACCESS;
+    Hive& hive = session.hive(*handle);
+    if (hive.read_only()) return ERROR_ACCESS_DENIED;
+    hive.BeforeWrite();
+    Store& store = session.store();
+    store.folded.clear();
+    AppendName(store.folded, value_name, NameForm::kFolded);
+    store.name.clear();
+    AppendName(store.name, value_name, NameForm::kAsCreated);
+    const std::string_view bytes(reinterpret_cast<const char*>(data), data == nullptr ? 0 : data_size);
+    Database& db = hive.db();
+    const LONG result = OnKey(session, *handle, [&](std::int64_t id) -> LONG {
+      Query upsert(db, Sql::kSetValue);
+      upsert.Bind(1, id);
+      upsert.Bind(2, store.folded);
+      upsert.Bind(3, store.name);
+      upsert.Bind(4, static_cast<std::int64_t>(type));
+      upsert.Bind(5, bytes);
+      upsert.Bind(6, FileTimeNow());
+      if (!upsert.Run()) return kStoreFailed;
+      return db.changes() > 0 ? ERROR_SUCCESS : kKeyGone;
+    });
+    return Answer(result, CallKind::kWrite);
+  });
+}
+
+LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name) noexcept {
+  return Guarded([&]() -> LSTATUS {
+    Session session;
+    Handle* handle = session.Resolve(key);
+    if (handle == nullptr) return ERROR_INVALID_HANDLE;
+    if ((handle->access & KEY_SET_VALUE) == 0) return ERROR_ACCESS_DENIED;
+    const Units value_name = NameOf(name);
+    if (value_name.size() > kMaxValueNameUnits) return ERROR_FILE_NOT_FOUND;
+    Hive& hive = session.hive(*handle);
+    if (hive.read_only()) return ERROR_ACCESS_DENIED;
+    hive.BeforeWrite();
+    std::string& folded = session.store().folded;
+    folded.clear();
+    AppendName(folded, value_name, NameForm::kFolded);
+    Database& db = hive.db();
+    const LONG result = OnKey(session, *handle, [&](std::int64_t id) -> LONG {
+      Transaction transaction(db);
+      if (!transaction.begun()) return kStoreFailed;
+      {
+        Query erase(db, Sql::kDeleteValue);
+        erase.Bind(1, id);
+        erase.Bind(2, folded);
+        if (!erase.Run()) return kStoreFailed;
+      }
+      if (db.changes() == 0) return NothingFound(db, id, ERROR_FILE_NOT_FOUND);
+      Query touch(db, Sql::kTouchKey);
+      touch.Bind(1, id);
+      touch.Bind(2, FileTimeNow());
+      if (!touch.Run()) return kStoreFailed;
+      return transaction.Commit() ? ERROR_SUCCESS : kStoreFailed;
+    });
+    return Answer(result, CallKind::kWrite);
+  });
+}
+
+}  // namespace cadtools::registry

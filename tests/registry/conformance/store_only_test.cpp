@@ -1,0 +1,91 @@
+// Where the store follows Windows and wine does not, and what only the
+// store has: values listed in creation order, the key name limit, no NUL
+// added to strings, and switching stores within a process.
+#include "conformance_util.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+using namespace cadtools::testing;
+
+std::vector<WStr> ValueNames(HKEY key) {
+  std::vector<WStr> names;
+  for (DWORD i = 0;; ++i) {
+    WCHAR name[16];
+    DWORD length = 16;
+    if (reg::RegEnumValueW(key, i, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+    names.emplace_back(name, length);
+  }
+  return names;
+}
+
+TEST(StoreOnly, ValuesListInCreationOrder) {
+  ScratchRoot root("creation-order");
+  const struct {
+    const WCHAR* set;     // or null: then
+    const WCHAR* remove;
+    std::vector<WStr> listed;
+  } steps[] = {
+      {W("c"), nullptr, {W("c")}},
+      {W("a"), nullptr, {W("c"), W("a")}},
+      {W("B"), nullptr, {W("c"), W("a"), W("B")}},
+      {W("A"), nullptr, {W("c"), W("a"), W("B")}},  // an update keeps its place and its name
+      {nullptr, W("C"), {W("a"), W("B")}},
+      {W("C"), nullptr, {W("a"), W("B"), W("C")}},  // written again: at the end
+  };
+  for (const auto& step : steps) {
+    const LONG result = step.set != nullptr ? SetBytes(root.get(), step.set, REG_BINARY, "x")
+                                            : reg::RegDeleteValueW(root.get(), step.remove);
+    ASSERT_EQ(result, ERROR_SUCCESS);
+    EXPECT_EQ(ValueNames(root.get()), step.listed) << "step #" << (&step - steps);
+  }
+}
+
+TEST(StoreOnly, WindowsLimitsAndRights) {
+  ScratchRoot root("limits");
+  const WStr too_long(256, u'k');
+  Key key;
+  EXPECT_EQ(Create(root.get(), too_long, key), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Open(root.get(), too_long, key), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(Open(root.get(), W(""), key, KEY_WRITE), ERROR_SUCCESS);
+  EXPECT_EQ(reg::RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                  nullptr, nullptr, nullptr),
+            ERROR_ACCESS_DENIED);
+  // A string without its NUL comes back as it was written.
+  ASSERT_EQ(SetBytes(root.get(), W("s"), REG_SZ, std::string("a\0b\0", 4)), ERROR_SUCCESS);
+  EXPECT_EQ(Query(root.get(), W("s")).bytes, std::string("a\0b\0", 4));
+  // Predefined values beyond the four hives name nothing here.
+  const HKEY current_config = CADTOOLS_PREDEFINED_HKEY(0x80000005u);
+  EXPECT_EQ(Open(current_config, W("x"), key), ERROR_INVALID_HANDLE);
+  EXPECT_EQ(reg::RegCloseKey(current_config), ERROR_SUCCESS);
+}
+
+TEST(StoreOnly, ReloadSwitchesStores) {
+  const char* home = std::getenv("CADTOOLS_REGISTRY_DIR");
+  ASSERT_NE(home, nullptr);
+  const std::string original = home;
+  const std::string other = original + "-other";
+  std::filesystem::remove_all(other);
+  Key key;
+  ASSERT_EQ(Create(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload"), key), ERROR_SUCCESS);
+  ASSERT_EQ(SetBytes(key.get(), W("v"), REG_BINARY, "home"), ERROR_SUCCESS);
+
+  setenv("CADTOOLS_REGISTRY_DIR", other.c_str(), 1);
+  reg::ReloadStoreLocations();
+  EXPECT_EQ(SetBytes(key.get(), W("v"), REG_BINARY, "lost"), ERROR_INVALID_HANDLE);  // every key was closed
+  Key elsewhere;
+  EXPECT_EQ(Open(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload"), elsewhere), ERROR_FILE_NOT_FOUND);
+  EXPECT_TRUE(std::filesystem::exists(other + "/user.db"));
+
+  setenv("CADTOOLS_REGISTRY_DIR", original.c_str(), 1);
+  reg::ReloadStoreLocations();
+  ASSERT_EQ(Open(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload"), key), ERROR_SUCCESS);
+  EXPECT_EQ(Query(key.get(), W("v")).bytes, "home");
+  key.Reset();
+  EXPECT_EQ(reg::SHDeleteKeyW(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload")), ERROR_SUCCESS);
+  std::filesystem::remove_all(other);
+}
+
+}  // namespace

@@ -1,0 +1,171 @@
+// Values: types and bytes kept as written, the buffer protocol of
+// RegQueryValueExW, the default value, name limits and access rights.
+#include "conformance_util.h"
+
+#include <cstring>
+
+namespace {
+
+using namespace cadtools::testing;
+
+std::string Utf16Bytes(const WStr& text) {
+  std::string bytes;
+  for (const WCHAR unit : text) {
+    bytes += static_cast<char>(unit & 0xFF);
+    bytes += static_cast<char>((unit >> 8) & 0xFF);
+  }
+  return bytes;
+}
+
+TEST(Values, TypesAndBytesComeBackAsWritten) {
+  ScratchRoot root("bytes");
+  const struct {
+    DWORD type;
+    std::string bytes;
+  } cases[] = {
+      {REG_BINARY, ""},
+      {REG_BINARY, "abc"},                                  // odd length
+      {REG_DWORD, "abc"},                                   // sizes are not checked against types
+      {REG_DWORD, "abcdefgh"},
+      {0x12345678, std::string("\0\1\0", 3)},               // a type number Windows does not know
+      {REG_NONE, ""},
+      {REG_SZ, ""},
+      {REG_SZ, Utf16Bytes(WStr(W("a\0b\0"), 4))},          // an embedded NUL stays
+      {REG_MULTI_SZ, Utf16Bytes(WStr(W("one\0two\0\0"), 9))},
+      {REG_BINARY, std::string(100000, '\xA5')},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "value #" << (&c - cases));
+    ASSERT_EQ(SetBytes(root.get(), W("v"), c.type, c.bytes), ERROR_SUCCESS);
+    const Stored stored = Query(root.get(), W("v"));
+    EXPECT_EQ(stored.result, ERROR_SUCCESS);
+    EXPECT_EQ(stored.type, c.type);
+    EXPECT_EQ(stored.bytes, c.bytes);
+    // Listing gives the same type and size.
+    WCHAR name[8];
+    DWORD length = 8, type = 0, size = 0;
+    ASSERT_EQ(reg::RegEnumValueW(root.get(), 0, name, &length, nullptr, &type, nullptr, &size), ERROR_SUCCESS);
+    EXPECT_EQ(type, c.type);
+    EXPECT_EQ(size, c.bytes.size());
+  }
+}
+
+TEST(Values, QueryBufferProtocol) {
+  ScratchRoot root("buffers");
+  ASSERT_EQ(SetBytes(root.get(), W("six"), REG_BINARY, "abcdef"), ERROR_SUCCESS);
+  const struct {
+    bool buffer;
+    DWORD capacity;
+    LONG result;
+    bool copied;
+  } cases[] = {
+      {false, 0, ERROR_SUCCESS, false},  // size query
+      {true, 10, ERROR_SUCCESS, true},   {true, 6, ERROR_SUCCESS, true},
+      {true, 5, ERROR_MORE_DATA, false}, {true, 0, ERROR_MORE_DATA, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "capacity " << c.capacity << (c.buffer ? "" : " without buffer"));
+    BYTE data[16];
+    std::memset(data, 0x5A, sizeof data);
+    DWORD type = 99, size = c.capacity;
+    EXPECT_EQ(reg::RegQueryValueExW(root.get(), W("SIX"), nullptr, &type, c.buffer ? data : nullptr, &size), c.result);
+    EXPECT_EQ(type, DWORD{REG_BINARY});
+    EXPECT_EQ(size, 6u);  // what the value needs, also when it did not fit
+    EXPECT_EQ(std::memcmp(data, c.copied ? "abcdef" : "ZZZZZZ", 6), 0);
+  }
+  BYTE data[8];
+  EXPECT_EQ(reg::RegQueryValueExW(root.get(), W("six"), nullptr, nullptr, data, nullptr), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(reg::RegQueryValueExW(root.get(), W("six"), nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+  EXPECT_EQ(reg::RegQueryValueExW(root.get(), W("seven"), nullptr, nullptr, nullptr, nullptr), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(reg::RegSetValueExW(root.get(), W("null"), 0, REG_BINARY, nullptr, 4), ERROR_NOACCESS);
+  EXPECT_EQ(reg::RegSetValueExW(root.get(), W("null"), 0, REG_BINARY, nullptr, 0), ERROR_SUCCESS);
+}
+
+TEST(Values, DefaultValueIsTheEmptyName) {
+  ScratchRoot root("default");
+  EXPECT_EQ(Query(root.get(), nullptr).result, ERROR_FILE_NOT_FOUND);
+  ASSERT_EQ(SetBytes(root.get(), nullptr, REG_SZ, Utf16Bytes(WStr(W("d\0"), 2))), ERROR_SUCCESS);
+  EXPECT_EQ(Query(root.get(), W("")).bytes, Utf16Bytes(WStr(W("d\0"), 2)));
+  WCHAR name[8] = {'x', 0};
+  DWORD length = 8;
+  ASSERT_EQ(reg::RegEnumValueW(root.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+  EXPECT_EQ(length, 0u);
+  EXPECT_EQ(name[0], 0);
+  EXPECT_EQ(reg::RegDeleteValueW(root.get(), W("")), ERROR_SUCCESS);
+  EXPECT_EQ(reg::RegDeleteValueW(root.get(), nullptr), ERROR_FILE_NOT_FOUND);
+}
+
+TEST(Values, NamesCompareWithoutCaseAndKeepTheFirstSpelling) {
+  ScratchRoot root("value-case");
+  ASSERT_EQ(SetBytes(root.get(), W("Val\u00E9"), REG_DWORD, "1234"), ERROR_SUCCESS);
+  ASSERT_EQ(SetBytes(root.get(), W("VAL\u00C9"), REG_BINARY, "xy"), ERROR_SUCCESS);  // the same value
+  WCHAR name[8];
+  DWORD length = 8, type = 0;
+  ASSERT_EQ(reg::RegEnumValueW(root.get(), 0, name, &length, nullptr, &type, nullptr, nullptr), ERROR_SUCCESS);
+  EXPECT_EQ(WStr(name, length), W("Val\u00E9"));
+  EXPECT_EQ(type, DWORD{REG_BINARY});
+  length = 8;
+  EXPECT_EQ(reg::RegEnumValueW(root.get(), 1, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_NO_MORE_ITEMS);
+  EXPECT_EQ(reg::RegDeleteValueW(root.get(), W("val\u00E9")), ERROR_SUCCESS);
+}
+
+TEST(Values, NameLengthLimit) {
+  ScratchRoot root("value-names");
+  const struct {
+    std::size_t units;
+    LONG set, query;
+  } cases[] = {{16383, ERROR_SUCCESS, ERROR_SUCCESS}, {16384, ERROR_INVALID_PARAMETER, ERROR_FILE_NOT_FOUND}};
+  for (const auto& c : cases) {
+    const WStr name(c.units, static_cast<WCHAR>('n'));
+    EXPECT_EQ(SetBytes(root.get(), name.c_str(), REG_BINARY, "x"), c.set) << c.units;
+    EXPECT_EQ(Query(root.get(), name.c_str()).result, c.query) << c.units;
+  }
+  DWORD longest = 0;
+  ASSERT_EQ(reg::RegQueryInfoKeyW(root.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &longest,
+                                  nullptr, nullptr, nullptr),
+            ERROR_SUCCESS);
+  EXPECT_EQ(longest, 16383u);
+}
+
+TEST(Access, RightsOfTheHandleDecide) {
+  ScratchRoot root("access");
+  Key sub;
+  ASSERT_EQ(Create(root.get(), W("sub"), sub), ERROR_SUCCESS);
+  ASSERT_EQ(SetBytes(root.get(), W("v"), REG_BINARY, "x"), ERROR_SUCCESS);
+  // Result of: query "v", query a missing value, set, delete a missing
+  // value, list values, list subkeys.
+  const struct {
+    REGSAM rights;
+    LONG query, query_missing, set, erase, values, subkeys;
+  } cases[] = {
+      {KEY_READ, 0, ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, 0, 0},
+      {KEY_WRITE, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, 0, ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED,
+       ERROR_ACCESS_DENIED},
+      {KEY_ALL_ACCESS, 0, ERROR_FILE_NOT_FOUND, 0, ERROR_FILE_NOT_FOUND, 0, 0},
+      {KEY_QUERY_VALUE, 0, ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, 0, ERROR_ACCESS_DENIED},
+      {KEY_SET_VALUE, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, 0, ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED,
+       ERROR_ACCESS_DENIED},
+      {0, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED,
+       ERROR_ACCESS_DENIED},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "rights 0x" << std::hex << c.rights);
+    Key key;
+    ASSERT_EQ(reg::RegOpenKeyExW(HKEY_CURRENT_USER, root.scratch().path(), 0, c.rights, key.out()), ERROR_SUCCESS);
+    const HKEY h = key.get();
+    WCHAR name[8];
+    DWORD length = 8;
+    EXPECT_EQ(reg::RegQueryValueExW(h, W("v"), nullptr, nullptr, nullptr, nullptr), c.query);
+    EXPECT_EQ(reg::RegQueryValueExW(h, W("w"), nullptr, nullptr, nullptr, nullptr), c.query_missing);
+    EXPECT_EQ(SetBytes(h, W("v"), REG_BINARY, "y"), c.set);
+    EXPECT_EQ(reg::RegDeleteValueW(h, W("w")), c.erase);
+    EXPECT_EQ(reg::RegEnumValueW(h, 0, name, &length, nullptr, nullptr, nullptr, nullptr), c.values);
+    length = 8;
+    EXPECT_EQ(reg::RegEnumKeyExW(h, 0, name, &length, nullptr, nullptr, nullptr, nullptr), c.subkeys);
+    // Opening below a key needs no right on it.
+    Key below;
+    EXPECT_EQ(Open(h, W("sub"), below), ERROR_SUCCESS);
+  }
+}
+
+}  // namespace
