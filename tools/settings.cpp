@@ -1,5 +1,7 @@
 #include "settings.h"
 
+#include <cadtools/registry/application_name.h>
+#include <cadtools/registry/reg_base.h>
 #include <cadtools/registry/registry_api.h>
 
 #include <algorithm>
@@ -288,11 +290,20 @@ void WriteSetting(const SettingsLocation& at, const TypedValue& value) {
   if (status != ERROR_SUCCESS) Fail(status, "cannot set the " + ValueText(at));
 }
 
-WString SettingsRoot(const std::optional<std::string>& app, const std::optional<std::string>& root) {
-  if (root) return Utf16Argument(*root);
-  const WString name = Utf16Argument(app.value_or("cadtools"));
-  WString composed = WString(CADTOOLS_WIDE("Software\\Quenby\\")) + name;
-  return composed + CADTOOLS_WIDE("\\Version V8R1\\");
+WString SettingsRoot() { return WString(CRegBase::GetRegBase().View()); }
+
+ScopedSettingsRoot::ScopedSettingsRoot(const std::optional<std::string>& app, const std::optional<std::string>& root)
+    : previous_root_(CRegBase::m_strRegBase), previous_app_(GetApplicationName()) {
+  // Both are checked before either is set, so that a refusal changes nothing.
+  const std::optional<WString> new_root = root ? std::optional(Utf16Argument(*root)) : std::nullopt;
+  const std::optional<WString> new_app = app ? std::optional(Utf16Argument(*app)) : std::nullopt;
+  if (new_app) SetApplicationName(CString(new_app->data(), static_cast<int>(new_app->size())));
+  if (new_root) CRegBase::SetRegBase(CString(new_root->data(), static_cast<int>(new_root->size())));
+}
+
+ScopedSettingsRoot::~ScopedSettingsRoot() {
+  CRegBase::m_strRegBase = previous_root_;
+  SetApplicationName(previous_app_);
 }
 
 std::string SettingsKeyText(RegHive hive, WStringView path) {
@@ -348,7 +359,8 @@ void RunSettings(std::span<const std::string_view> words, std::ostream& out) {
   if (o.root && registry::HiveFromName(Utf16Argument(o.root->substr(0, o.root->find('\\'))))) {
     throw UsageError("--root is a path below the hive, as the host sets it; name other hives in KEY", SettingsUsage());
   }
-  const WString root = SettingsRoot(o.app, o.root);
+  const ScopedSettingsRoot library_root(o.app, o.root);
+  const WString root = SettingsRoot();
   const ScopedStoreFolder store(o.store);
   if (command == "list") {
     List(args, root, out);
@@ -362,6 +374,9 @@ void RunSettings(std::span<const std::string_view> words, std::ostream& out) {
     Export(args, root);
   } else if (command == "import") {
     Import(args);
+  } else if (command == "copy-machine") {
+    ExpectWords(args, 0, 0, "copy-machine");
+    CRegBase().CopyLocalMachineToCurrentUser();
   } else {
     throw UsageError("unknown settings command '" + std::string(command) + "'", SettingsUsage());
   }

@@ -41,9 +41,25 @@ struct SettingsLocation {
 // key. Throws UsageError for text that is not valid UTF-8.
 SettingsLocation ResolveSettingsKey(std::string_view key, WStringView root, bool value_name);
 
-// The root the host's settings live below, as the library composes it:
-// "Software\Quenby\NAME\Version V8R1\" or `root` as it stands.
-WString SettingsRoot(const std::optional<std::string>& app, const std::optional<std::string>& root);
+// The library's root for the host's settings, CRegBase::GetRegBase():
+// "Software\Quenby\NAME\Version V8R1\" or the root set as it stands.
+WString SettingsRoot();
+
+// Gives the library the application name (--app) or the root (--root) for
+// one command, so that everything the library does (the typed values,
+// copy-machine) works below the same root, and puts back what was there
+// before when it goes. Throws UsageError for text that is not UTF-8.
+class ScopedSettingsRoot {
+ public:
+  ScopedSettingsRoot(const std::optional<std::string>& app, const std::optional<std::string>& root);
+  ScopedSettingsRoot(const ScopedSettingsRoot&) = delete;
+  ScopedSettingsRoot& operator=(const ScopedSettingsRoot&) = delete;
+  ~ScopedSettingsRoot();
+
+ private:
+  CString previous_root_;
+  CString previous_app_;
+};
 
 // The value at `at`: its registry type and data. Throws CommandFailed when
 // the key or value is not there or cannot be read.

@@ -1,7 +1,9 @@
 // The tour's section on settings and .reg files. It never touches the
 // user's own settings: off Windows it works in a store folder of its own,
 // on Windows below a scratch key that it deletes again.
+#include <cadtools/compat/point_size_rect.h>
 #include <cadtools/registry/reg_file.h>
+#include <cadtools/registry/reg_values.h>
 #include <cadtools/registry/registry_api.h>
 
 #include <filesystem>
@@ -56,14 +58,15 @@ std::string Export(const WString& path) {
   return registry::WriteRegFile(tree);
 }
 
-// Where the walk keeps its settings, and how it gets an empty place to
-// import into: a second store folder off Windows, the same key emptied on
-// Windows.
+// Where the walk keeps its settings (the library's root points there while
+// it lasts), and how it gets an empty place to import into: a second store
+// folder off Windows, the same key emptied on Windows.
 class Scratch {
  public:
   Scratch() {
 #if defined(_WIN32)
-    root_ = Utf16Argument("Software\\cadtools-tests\\tour-" + std::to_string(ProcessId()) + "\\");
+    root_scope_.emplace(std::nullopt, "Software\\cadtools-tests\\tour-" + std::to_string(ProcessId()) + "\\");
+    root_ = SettingsRoot();
 #else
     std::random_device random;
     folder_ = std::filesystem::temp_directory_path() /
@@ -71,7 +74,7 @@ class Scratch {
     std::filesystem::create_directories(folder_ / "first");
     std::filesystem::create_directories(folder_ / "second");
     first_.emplace(std::optional<std::string>((folder_ / "first").string()));
-    root_ = SettingsRoot(std::nullopt, std::nullopt);
+    root_ = SettingsRoot();
 #endif
   }
   Scratch(const Scratch&) = delete;
@@ -100,7 +103,9 @@ class Scratch {
 
  private:
   WString root_;
-#if !defined(_WIN32)
+#if defined(_WIN32)
+  std::optional<ScopedSettingsRoot> root_scope_;
+#else
   std::filesystem::path folder_;
   std::optional<ScopedStoreFolder> first_;
   std::optional<ScopedStoreFolder> second_;
@@ -109,26 +114,25 @@ class Scratch {
 
 void Walk(Tour& t) {
   Scratch scratch;
-  struct Setting {
-    const char* key;
-    const char* type;
-    std::vector<std::string_view> values;
-    const char* note;
+  const auto stored = [&](const char* key) {
+    const TypedValue value = ReadSetting(ResolveSettingsKey(key, scratch.root(), true));
+    return FormatValue(value.type, value.data);
   };
-  const Setting settings[] = {
-      {"Settings\\Count", "dword", {"42"}, nullptr},
-      {"Settings\\Window", "rect", {"10,20,640,480"}, "a CRect as the host stores it: raw little-endian"},
-      {"Settings\\Scale", "float", {"0.1"}, "the float's own four bytes"},
-      {"Settings\\Text\\DefaultFontName", "sz", {"Arial"}, nullptr},
-  };
-  for (const Setting& s : settings) {
-    const SettingsLocation at = ResolveSettingsKey(s.key, scratch.root(), true);
-    WriteSetting(at, ParseTypedValue(s.type, s.values));
-    const TypedValue stored = ReadSetting(at);
-    std::string call = std::string("set ") + s.key + " " + s.type;
-    for (const std::string_view v : s.values) call += " " + std::string(v);
-    t.Step(call, FormatValue(stored.type, stored.data), s.note == nullptr ? "" : s.note);
+  {
+    CRegDWORD count(CADTOOLS_WIDE("Settings\\Count"), 7);
+    t.Step("CRegDWORD count(\"Settings\\Count\", 7)", Int(static_cast<DWORD>(count)), "not stored yet: the default");
+    count = 42;
+    t.Step("count = 42", stored("Settings\\Count"), "written through at once");
   }
+  CRegRect(CADTOOLS_WIDE("Settings\\Window")) = CRect(10, 20, 640, 480);
+  t.Step("CRegRect(\"Settings\\Window\") = (10, 20, 640, 480)", stored("Settings\\Window"),
+         "the host's raw little-endian image");
+  CRegFloat(CADTOOLS_WIDE("Settings\\Scale")) = 0.1f;
+  t.Step("CRegFloat(\"Settings\\Scale\") = 0.1f", stored("Settings\\Scale"), "the float's own four bytes");
+  CRegString(CADTOOLS_WIDE("Settings\\Text\\DefaultFontName")) = CString(CADTOOLS_WIDE("Arial"));
+  t.Step("CRegString(\"Settings\\Text\\DefaultFontName\") = \"Arial\"", stored("Settings\\Text\\DefaultFontName"));
+  t.Step("CRegDWORD(\"Settings\\Count\", 7)", Int(static_cast<DWORD>(CRegDWORD(CADTOOLS_WIDE("Settings\\Count"), 7))),
+         "read back");
 
   const std::string first = Export(scratch.path());
   const std::vector<std::string> lines = Lines(first);

@@ -50,7 +50,16 @@ TEST(ResolveSettingsKey, JoinsKeysToTheRootAsTheHostDoes) {
     const std::string want = c.value_name ? c.want : std::string(c.want) + "|";
     EXPECT_EQ(Where(c.key, c.root, c.value_name), want) << c.key << " below " << c.root;
   }
-  EXPECT_EQ(Narrow(SettingsRoot(std::string("Draw"), std::nullopt)), app);
+  const WString before = SettingsRoot();
+  {
+    const ScopedSettingsRoot scope(std::string("Draw"), std::nullopt);
+    EXPECT_EQ(Narrow(SettingsRoot()), app);
+  }
+  {
+    const ScopedSettingsRoot scope(std::nullopt, std::string("Software\\X"));
+    EXPECT_EQ(Narrow(SettingsRoot()), "Software\\X");
+  }
+  EXPECT_EQ(SettingsRoot(), before);  // the next command starts from the library's own root
   EXPECT_THROW(Where("Bad\xC3", app, true), UsageError);
 }
 
