@@ -1,5 +1,9 @@
 #include "settings.h"
 
+#include "errors.h"
+#include "help.h"
+#include "settings_values.h"
+
 #include <cadtools/registry/application_name.h>
 #include <cadtools/registry/reg_base.h>
 #include <cadtools/registry/registry_api.h>
@@ -11,10 +15,6 @@
 #include <iterator>
 #include <ostream>
 #include <vector>
-
-#include "errors.h"
-#include "help.h"
-#include "settings_values.h"
 
 namespace cadtools::cli {
 namespace {

@@ -9,6 +9,8 @@
 // it at another folder for the one command.
 #pragma once
 
+#include "settings_values.h"
+
 #include <cadtools/compat/cstring.h>
 #include <cadtools/registry/reg_file.h>
 
@@ -17,8 +19,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-
-#include "settings_values.h"
 
 namespace cadtools::cli {
 

@@ -1,5 +1,9 @@
 #include "settings_values.h"
 
+#include "args.h"
+#include "errors.h"
+#include "format.h"
+
 #include <cadtools/registry/reg_file.h>
 
 #include <array>
@@ -9,10 +13,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <limits>
-
-#include "args.h"
-#include "errors.h"
-#include "format.h"
 
 namespace cadtools::cli {
 namespace {

@@ -1,6 +1,11 @@
 // The tour's section on settings and .reg files. It never touches the
 // user's own settings: off Windows it works in a store folder of its own,
 // on Windows below a scratch key that it deletes again.
+#include "errors.h"
+#include "settings.h"
+#include "settings_values.h"
+#include "tour_steps.h"
+
 #include <cadtools/compat/point_size_rect.h>
 #include <cadtools/registry/reg_file.h>
 #include <cadtools/registry/reg_values.h>
@@ -10,11 +15,6 @@
 #include <random>
 #include <string>
 #include <vector>
-
-#include "errors.h"
-#include "settings.h"
-#include "settings_values.h"
-#include "tour_steps.h"
 
 #if defined(_WIN32)
 #include <process.h>

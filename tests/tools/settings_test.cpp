@@ -1,15 +1,14 @@
 // `cadtools settings` without the registry: where a KEY word leads, the
 // TYPE words of set and the notation get prints.
+#include "errors.h"
 #include "settings.h"
+#include "settings_values.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <string>
 #include <vector>
-
-#include "errors.h"
-#include "settings_values.h"
 
 namespace cadtools::cli {
 namespace {

@@ -116,11 +116,17 @@ std::size_t AppendUtf8(std::string_view in, WString& out) {
     std::uint32_t cp = 0;
     std::uint32_t min = 0;
     if (b0 >= 0xC2 && b0 <= 0xDF) {
-      length = 2, cp = b0 & 0x1Fu, min = 0x80;
+      length = 2;
+      cp = b0 & 0x1Fu;
+      min = 0x80;
     } else if (b0 >= 0xE0 && b0 <= 0xEF) {
-      length = 3, cp = b0 & 0x0Fu, min = 0x800;
+      length = 3;
+      cp = b0 & 0x0Fu;
+      min = 0x800;
     } else if (b0 >= 0xF0 && b0 <= 0xF4) {
-      length = 4, cp = b0 & 0x07u, min = 0x10000;
+      length = 4;
+      cp = b0 & 0x07u;
+      min = 0x10000;
     } else {
       return i;
     }
