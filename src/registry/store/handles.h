@@ -29,6 +29,7 @@ struct Handle {
   REGSAM access = 0;          // rights granted, generic rights mapped
   bool verified = false;      // the id was seen in the database since the handle was opened
   std::string path;           // folded path below the hive; empty for the root key
+  std::u16string recreate;    // for RegCreateKeyExW below a hive: the subkey as given, to create it again
 
   bool is_root() const noexcept { return path.empty(); }
 };

@@ -1,6 +1,10 @@
 // Opening, reopening and the path cache of a hive.
 #include "registry/store/hive.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace cadtools::registry::store {
 
 namespace {
@@ -50,6 +54,7 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
       if (before != State::kClosed || outcome.identity != identity_) NewEpoch();
       identity_ = outcome.identity;
       state_ = State::kFile;
+      if (folder_fd_ < 0) folder_fd_ = open(location_.folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
       return;
     case OpenState::kEmpty:
       db_.OpenEmpty();
@@ -70,8 +75,10 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
 void Hive::BeforeWrite() {
   EnsureOpen();
   if (state_ != State::kFile) return;
-  FileIdentity now;
-  if (IdentityOf(location_.file, now) && now == identity_) return;
+  struct stat info {};
+  const int found = folder_fd_ >= 0 ? fstatat(folder_fd_, location_.file.c_str() + location_.folder.size() + 1, &info, 0)
+                                    : stat(location_.file.c_str(), &info);
+  if (found == 0 && FileIdentity{info.st_dev, info.st_ino} == identity_) return;
   // Our file was moved aside: close it as it is and open the current one.
   db_.CloseAside();
   state_ = State::kClosed;
@@ -94,10 +101,16 @@ void Hive::Remember(const std::string& path, std::int64_t id) {
   paths_.insert_or_assign(path, id);
 }
 
+void Hive::CloseFolder() noexcept {
+  if (folder_fd_ >= 0) close(folder_fd_);
+  folder_fd_ = -1;
+}
+
 void Hive::Close(bool reread_location) noexcept {
   db_.Close();
   state_ = State::kClosed;
   if (reread_location) {
+    CloseFolder();
     located_ = false;
     reported_ = false;
     NewEpoch();
@@ -105,6 +118,7 @@ void Hive::Close(bool reread_location) noexcept {
 }
 
 void Hive::Abandon() noexcept {
+  CloseFolder();  // the child's copy; the parent keeps its own
   db_.Abandon();
   state_ = State::kClosed;
 }

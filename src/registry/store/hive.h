@@ -68,6 +68,7 @@ class Hive {
   void EnsureOpen();
   void Open(const FileIdentity* damaged, const std::string& reason);
   void NewEpoch() noexcept;
+  void CloseFolder() noexcept;
 
   HiveKind kind_;
   State state_ = State::kClosed;
@@ -75,6 +76,9 @@ class Hive {
   StoreLocation location_;
   Database db_;
   FileIdentity identity_;
+  // The store's folder, so that the check before each write looks up one
+  // name instead of a whole path.
+  int folder_fd_ = -1;
   std::uint64_t epoch_ = 1;
   bool reported_ = false;
   bool may_retry_ = true;

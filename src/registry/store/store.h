@@ -101,9 +101,14 @@ struct Lookup {
 // Finds a key by its folded path, in the cache first when trust_cache.
 Lookup FindKey(Hive& hive, const std::string& path, bool trust_cache);
 
+// Creates the keys of parts that do not exist below base, in one
+// transaction. Sets created when the last one is new.
+Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, bool& created);
+
 // After a call found no key with the handle's id: ERROR_SUCCESS when the
-// handle now names a live key (found again by its path), kKeyGone when its
-// key was deleted, kStoreFailed.
+// handle now names a live key (found again by its path, or created again
+// for a handle from RegCreateKeyExW that trusted the cache), kKeyGone when
+// its key was deleted, kStoreFailed.
 LONG Revive(Session& session, Handle& handle);
 
 // Runs op(id) on the handle's key. op answers kKeyGone when it finds that
