@@ -62,8 +62,10 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
       state_ = State::kEmpty;
       return;
     case OpenState::kUnusable:
-      if (!reported_) Report("settings store " + location_.file + " cannot be used (" + outcome.why +
-                             "); settings are not kept");
+      if (!reported_) {
+        const std::string store = location_.file.empty() ? std::string() : location_.file + " ";
+        Report("settings store " + store + "cannot be used (" + outcome.why + "); settings are not kept");
+      }
       reported_ = true;
       db_.OpenEmpty();
       NewEpoch();

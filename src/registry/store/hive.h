@@ -10,9 +10,9 @@
 // A hive without a usable file (no folder, a folder we cannot write and no
 // store in it, a file we cannot open) is an empty store that refuses
 // writes: reads answer ERROR_FILE_NOT_FOUND and writes
-// ERROR_ACCESS_DENIED, and the reason is reported once on stderr. Each
-// later call tries the file again (once). A machine store that nobody made
-// is empty without a report.
+// ERROR_ACCESS_DENIED, and the reason is reported once on stderr. Every
+// later call tries to open the file again, once per call. A machine store
+// that nobody made is empty without a report.
 #pragma once
 
 #include "registry/store/database.h"

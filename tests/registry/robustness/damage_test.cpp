@@ -35,10 +35,8 @@ std::vector<std::string> AsideFiles(const std::string& folder) {
   std::vector<std::string> aside;
   for (const auto& entry : fs::directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();
-    if (name.rfind("user.db.damaged-", 0) == 0 && name.find("-wal") == std::string::npos &&
-        name.find("-shm") == std::string::npos) {
-      aside.push_back(entry.path().string());
-    }
+    const bool companion = name.find("-wal") != std::string::npos || name.find("-shm") != std::string::npos;
+    if (name.rfind("user.db.damaged-", 0) == 0 && !companion) aside.push_back(name);
   }
   return aside;
 }
@@ -81,11 +79,12 @@ TEST(Damage, DamagedStoreIsKeptAsideAndReplaced) {
     }
     const std::vector<std::string> aside = AsideFiles(folder);
     ASSERT_EQ(aside.size(), 1u);
-    EXPECT_TRUE(ReadFile(aside[0]) == damaged);
+    EXPECT_TRUE(ReadFile(folder + "/" + aside[0]) == damaged);
     // One report, one line, naming both files.
     const std::string store = "cadtools: settings store " + folder + "/user.db is damaged (";
     EXPECT_EQ(errors.rfind(store, 0), 0u) << errors;
-    EXPECT_NE(errors.find("); kept it as " + aside[0] + " and started a fresh one\n"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("); kept it as " + folder + "/" + aside[0] + " and started a fresh one\n"), std::string::npos)
+        << errors;
     EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
     // The fresh store works and has nothing more to say.
     Child again(folder, {"write-read", kKey, "fresh", "new"}, folder + "-out", folder + "-err");
@@ -108,6 +107,27 @@ TEST(Damage, UnusableFolderFailsCleanlyAndSaysSoOnce) {
   EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
 }
 
+TEST(Damage, MachineStoreNobodyMadeIsEmptyAndRefusesWrites) {
+  const std::string base = TestFolder("no-machine");
+  fs::create_directories(base);
+  std::ofstream(base + "/file") << "not a folder";
+  const std::string previous = std::getenv("CADTOOLS_MACHINE_REGISTRY_DIR");
+  setenv("CADTOOLS_MACHINE_REGISTRY_DIR", (base + "/file/machine").c_str(), 1);
+  reg::ReloadStoreLocations();
+  HKEY key = nullptr;
+  WCHAR name[8];
+  DWORD length = 8;
+  EXPECT_EQ(reg::RegOpenKeyExW(HKEY_LOCAL_MACHINE, u"Software", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(reg::RegEnumKeyExW(HKEY_LOCAL_MACHINE, 0, name, &length, nullptr, nullptr, nullptr, nullptr),
+            ERROR_NO_MORE_ITEMS);
+  EXPECT_EQ(reg::RegCreateKeyExW(HKEY_LOCAL_MACHINE, u"Software", 0, nullptr, 0, KEY_READ, nullptr, &key, nullptr),
+            ERROR_ACCESS_DENIED);
+  EXPECT_EQ(reg::RegSetValueExW(HKEY_LOCAL_MACHINE, u"v", 0, REG_BINARY, reinterpret_cast<const BYTE*>("x"), 1),
+            ERROR_ACCESS_DENIED);
+  setenv("CADTOOLS_MACHINE_REGISTRY_DIR", previous.c_str(), 1);
+  reg::ReloadStoreLocations();
+}
+
 TEST(Privacy, StoreFolderAndFilesAreTheUsersAlone) {
   const std::string base = TestFolder("private");
   const mode_t previous = umask(0);  // the modes must not come from the caller's umask
@@ -117,7 +137,6 @@ TEST(Privacy, StoreFolderAndFilesAreTheUsersAlone) {
                                  KEY_ALL_ACCESS, nullptr, &key, nullptr),
             ERROR_SUCCESS);
   ASSERT_EQ(reg::RegSetValueExW(key, u"v", 0, REG_BINARY, reinterpret_cast<const BYTE*>("x"), 1), ERROR_SUCCESS);
-  reg::RegCloseKey(key);
   umask(previous);
   for (const std::string path : {"", "/deeper"}) {
     EXPECT_EQ(fs::status(base + path).permissions(), fs::perms::owner_all) << path;
@@ -127,6 +146,8 @@ TEST(Privacy, StoreFolderAndFilesAreTheUsersAlone) {
               fs::perms::owner_read | fs::perms::owner_write)
         << suffix;
   }
+  UseStore(base + "/elsewhere");  // closes every key
+  EXPECT_EQ(reg::RegCloseKey(key), ERROR_INVALID_HANDLE);
 }
 
 }  // namespace
