@@ -94,6 +94,29 @@ TEST(Damage, DamagedStoreIsKeptAsideAndReplaced) {
   }
 }
 
+TEST(Damage, DamageFoundLaterIsHandledTheSameWay) {
+  const std::string folder = TestFolder("damage-later");
+  MakeStore(folder);
+  UseStore(folder);
+  ASSERT_EQ(ValueOf(kKey, "settingx0A"), std::string(100, 'd'));  // checked and open
+  {
+    const std::size_t half = fs::file_size(folder + "/user.db") / 2;
+    std::fstream file(folder + "/user.db", std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(static_cast<std::streamoff>(half));
+    file << std::string(half, 'Z');
+  }
+  // Another process writes, so this one reads the file again.
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(std::string(folder + "/user.db").c_str(), &other), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(other, "PRAGMA user_version = 2", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(other);
+  EXPECT_EQ(ValueOf(kKey, "settingxxx8C"), "<2>");  // the last one written, in the damaged half
+  EXPECT_EQ(AsideFiles(folder).size(), 1u);
+  EXPECT_EQ(IntegrityOf(folder + "/user.db"), "ok");
+  EXPECT_EQ(reg::RegSetValueExW(HKEY_CURRENT_USER, u"v", 0, REG_BINARY, reinterpret_cast<const BYTE*>("x"), 1),
+            ERROR_SUCCESS);
+}
+
 TEST(Damage, UnusableFolderFailsCleanlyAndSaysSoOnce) {
   const std::string base = TestFolder("unusable");
   fs::create_directories(base);
