@@ -91,6 +91,14 @@ class Session {
 // ERROR_SUCCESS when key id exists, else kKeyGone or kStoreFailed.
 LONG KeyExists(Database& db, std::int64_t id);
 
+// After a look-up under key id found nothing: none when the key exists
+// (it has no such item), else kKeyGone (the handle is looked at again) or
+// kStoreFailed.
+inline LONG NothingFound(Database& db, std::int64_t id, LONG none) {
+  const LONG alive = KeyExists(db, id);
+  return alive == ERROR_SUCCESS ? none : alive;
+}
+
 struct Lookup {
   LONG result = kKeyGone;  // ERROR_SUCCESS, kKeyGone (no such path) or kStoreFailed
   std::int64_t id = 0;

@@ -97,13 +97,6 @@ bool CreateFile(const StoreLocation& where, std::string& why) {
 
 }  // namespace
 
-bool IdentityOf(const std::string& path, FileIdentity& identity) {
-  struct stat info {};
-  if (stat(path.c_str(), &info) != 0) return false;
-  identity = {info.st_dev, info.st_ino};
-  return true;
-}
-
 OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileIdentity* damaged,
                           const std::string& reason) {
   if (where.folder.empty()) return Unusable("there is no home folder to keep settings in");

@@ -36,9 +36,6 @@ struct FileIdentity {
   bool operator==(const FileIdentity&) const = default;
 };
 
-// False when the path does not exist.
-bool IdentityOf(const std::string& path, FileIdentity& identity);
-
 enum class OpenState {
   kFile,      // db is open on the store file
   kEmpty,     // there is no store and we may not create one (a machine store nobody made)
