@@ -134,7 +134,8 @@ TEST(Damage, MachineStoreNobodyMadeIsEmptyAndRefusesWrites) {
   const std::string base = TestFolder("no-machine");
   fs::create_directories(base);
   std::ofstream(base + "/file") << "not a folder";
-  const std::string previous = std::getenv("CADTOOLS_MACHINE_REGISTRY_DIR");
+  const char* set = std::getenv("CADTOOLS_MACHINE_REGISTRY_DIR");
+  const std::string previous = set != nullptr ? set : "";
   setenv("CADTOOLS_MACHINE_REGISTRY_DIR", (base + "/file/machine").c_str(), 1);
   reg::ReloadStoreLocations();
   HKEY key = nullptr;
@@ -147,7 +148,8 @@ TEST(Damage, MachineStoreNobodyMadeIsEmptyAndRefusesWrites) {
             ERROR_ACCESS_DENIED);
   EXPECT_EQ(reg::RegSetValueExW(HKEY_LOCAL_MACHINE, u"v", 0, REG_BINARY, reinterpret_cast<const BYTE*>("x"), 1),
             ERROR_ACCESS_DENIED);
-  setenv("CADTOOLS_MACHINE_REGISTRY_DIR", previous.c_str(), 1);
+  previous.empty() ? unsetenv("CADTOOLS_MACHINE_REGISTRY_DIR")
+                   : setenv("CADTOOLS_MACHINE_REGISTRY_DIR", previous.c_str(), 1);
   reg::ReloadStoreLocations();
 }
 

@@ -32,7 +32,10 @@ using namespace std::chrono_literals;
 
 // A new folder beside the one CTest gives this program.
 inline std::string TestFolder(const std::string& name) {
-  static const std::string base = std::getenv("CADTOOLS_REGISTRY_DIR");
+  static const std::string base = [] {
+    const char* dir = std::getenv("CADTOOLS_REGISTRY_DIR");  // set by CTest
+    return std::string(dir != nullptr ? dir : "/tmp/cadtools-robustness");
+  }();
   fs::remove_all(base + "-" + name);
   return base + "-" + name;
 }
