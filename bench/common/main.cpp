@@ -76,11 +76,7 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
 
   bench::PairRegistry registry;
-  bench::RegisterLinePairs(registry);
-  bench::RegisterRectPairs(registry);
-  bench::RegisterBezierPairs(registry);
-  bench::RegisterNaturalComparePairs(registry);
-  bench::RegisterTextLikePairs(registry);
+  bench::RegisterSubjects(registry);
   FilterWholePairs(registry.pairs());
 
   // The default display reporter honours --benchmark_format; it belongs to

@@ -31,10 +31,10 @@ struct Summary {
 };
 
 std::optional<Summary> Summarise(const std::map<std::string, CollectingReporter::Timings>& timings,
-                                 const std::string& name) {
+                                 const std::string& name, Clock clock) {
   const auto it = timings.find(name);
   if (it == timings.end()) return std::nullopt;
-  const CollectingReporter::Timings& t = it->second;
+  const CollectingReporter::Measures& t = it->second.by(clock);
   if (!t.runs.empty()) {
     return Summary{Median(t.runs), t.runs.size() > 1 ? std::optional(MinOf(t.runs)) : std::nullopt,
                    t.runs.size()};
@@ -44,7 +44,7 @@ std::optional<Summary> Summarise(const std::map<std::string, CollectingReporter:
   if (median == t.aggregates.end()) return std::nullopt;
   const auto min = t.aggregates.find("min");
   return Summary{median->second, min == t.aggregates.end() ? std::nullopt : std::optional(min->second),
-                 static_cast<std::size_t>(t.repetitions)};
+                 static_cast<std::size_t>(it->second.repetitions)};
 }
 
 std::string Format(const char* fmt, double v) {
@@ -65,16 +65,17 @@ std::string FormatTime(double ns) {
 
 double MinOf(const std::vector<double>& v) { return v.empty() ? 0.0 : *std::min_element(v.begin(), v.end()); }
 
-void PairRegistry::Register(const std::string& name, BenchFn fn) {
+void PairRegistry::Register(const std::string& name, BenchFn fn, Clock clock) {
   if (!registered_.insert(name).second) return;
-  benchmark::RegisterBenchmark(name.c_str(), fn)->ComputeStatistics("min", MinOf);
+  benchmark::Benchmark* b = benchmark::RegisterBenchmark(name.c_str(), fn)->ComputeStatistics("min", MinOf);
+  if (clock == Clock::kWall) b->UseRealTime();
 }
 
-void PairRegistry::Add(std::string row, std::string oursName, BenchFn ours, std::string peerName,
-                       BenchFn peer) {
-  Register(oursName, ours);
-  Register(peerName, peer);
-  pairs_.push_back({std::move(row), std::move(oursName), std::move(peerName)});
+void PairRegistry::Add(std::string row, std::string oursName, BenchFn ours, std::string peerName, BenchFn peer,
+                       Clock clock) {
+  Register(oursName, ours, clock);
+  Register(peerName, peer, clock);
+  pairs_.push_back({std::move(row), std::move(oursName), std::move(peerName), clock});
 }
 
 bool CollectingReporter::ReportContext(const Context& context) { return display_->ReportContext(context); }
@@ -83,11 +84,14 @@ void CollectingReporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     if (run.error_occurred) continue;
     Timings& t = timings_[run.run_name.function_name];
-    const double ns = ToNanoseconds(run.GetAdjustedCPUTime(), run.time_unit);
+    const double cpu = ToNanoseconds(run.GetAdjustedCPUTime(), run.time_unit);
+    const double wall = ToNanoseconds(run.GetAdjustedRealTime(), run.time_unit);
     if (run.run_type == Run::RT_Iteration) {
-      t.runs.push_back(ns);
+      t.cpu.runs.push_back(cpu);
+      t.wall.runs.push_back(wall);
     } else if (run.aggregate_unit == benchmark::kTime) {
-      t.aggregates[run.aggregate_name] = ns;
+      t.cpu.aggregates[run.aggregate_name] = cpu;
+      t.wall.aggregates[run.aggregate_name] = wall;
       t.repetitions = run.repetitions;
     }
   }
@@ -104,10 +108,11 @@ void PrintRatioTable(std::ostream& out, const std::vector<Pair>& pairs,
   std::vector<Line> lines;
   std::size_t reps = 0;
   for (const Pair& p : pairs) {
-    const std::optional<Summary> ours = Summarise(timings, p.ours);
-    const std::optional<Summary> peer = Summarise(timings, p.peer);
+    const std::optional<Summary> ours = Summarise(timings, p.ours, p.clock);
+    const std::optional<Summary> peer = Summarise(timings, p.peer, p.clock);
     if (!ours) continue;  // filtered out (its peer may have run for another row)
-    Line line{p.row, FormatTime(ours->median), "n/a", "n/a", "", p.peer};
+    Line line{p.clock == Clock::kWall ? p.row + " (wall)" : p.row, FormatTime(ours->median), "n/a", "n/a", "",
+              p.peer};
     if (peer) {
       line.peer = FormatTime(peer->median);
       line.ratio = Format("%.3f", ours->median / peer->median);
@@ -131,7 +136,7 @@ void PrintRatioTable(std::ostream& out, const std::vector<Pair>& pairs,
     return right ? fill + s : s + fill;
   };
 
-  out << "\nours/peer, CPU time per call";
+  out << "\nours/peer, CPU time per call (wall-clock time on rows marked so)";
   if (reps > 1) out << " (median of " << reps << " repetitions; min: ratio of the fastest repetitions)";
   out << "; below 1 means ours is faster\n";
   for (const Line& l : lines) {

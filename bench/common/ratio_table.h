@@ -14,10 +14,16 @@ namespace bench {
 
 using BenchFn = void (*)(benchmark::State&);
 
+// What a pair is timed by: the CPU time of this process, or the wall clock
+// where the work happens partly elsewhere (the kernel flushing a file, or
+// wine's registry server answering for the registry).
+enum class Clock { kCpu, kWall };
+
 struct Pair {
   std::string row;   // the function of ours, as shown in the table
   std::string ours;  // benchmark names
   std::string peer;
+  Clock clock = Clock::kCpu;
 };
 
 // Registers benchmarks pair by pair, ours immediately before its peer so
@@ -25,11 +31,12 @@ struct Pair {
 // registered once.
 class PairRegistry {
  public:
-  void Add(std::string row, std::string oursName, BenchFn ours, std::string peerName, BenchFn peer);
+  void Add(std::string row, std::string oursName, BenchFn ours, std::string peerName, BenchFn peer,
+           Clock clock = Clock::kCpu);
   const std::vector<Pair>& pairs() const { return pairs_; }
 
  private:
-  void Register(const std::string& name, BenchFn fn);
+  void Register(const std::string& name, BenchFn fn, Clock clock);
 
   std::vector<Pair> pairs_;
   std::set<std::string> registered_;
@@ -45,10 +52,14 @@ class CollectingReporter : public benchmark::BenchmarkReporter {
   void ReportRuns(const std::vector<Run>& runs) override;
   void Finalize() override;
 
-  struct Timings {
+  struct Measures {
     std::vector<double> runs;                  // ns per iteration, one per repetition
     std::map<std::string, double> aggregates;  // "median", "min", ... in ns
-    long long repetitions = 0;                 // behind the aggregates
+  };
+  struct Timings {
+    Measures cpu, wall;
+    long long repetitions = 0;  // behind the aggregates
+    const Measures& by(Clock clock) const { return clock == Clock::kWall ? wall : cpu; }
   };
   const std::map<std::string, Timings>& timings() const { return timings_; }
 
@@ -58,7 +69,8 @@ class CollectingReporter : public benchmark::BenchmarkReporter {
 };
 
 // One line per pair: function, ours, peer and ours/peer from the medians of
-// the repetitions, then the ratio of the fastest repetitions.
+// the repetitions, then the ratio of the fastest repetitions. Rows timed by
+// the wall clock are marked so.
 void PrintRatioTable(std::ostream& out, const std::vector<Pair>& pairs,
                      const std::map<std::string, CollectingReporter::Timings>& timings);
 

@@ -17,4 +17,12 @@ void RegisterBezierPairs(PairRegistry& registry);
 void RegisterNaturalComparePairs(PairRegistry& registry);
 void RegisterTextLikePairs(PairRegistry& registry);
 
+// Registry: a typed value beside SQLite used directly (off Windows) or the
+// registry API called directly (on Windows).
+void RegisterRegistryPairs(PairRegistry& registry);
+
+// Every subject this platform's binary has: all of them off Windows, the
+// registry alone in the Windows build (its peers need Boost and ICU).
+void RegisterSubjects(PairRegistry& registry);
+
 }  // namespace bench

@@ -16,6 +16,7 @@
 #include <cadtools/compat/wide_ctype.h>
 #include <cadtools/compat/cstring.h>
 #include <cadtools/compat/cstring_array.h>
+#include <cadtools/compat/cbyte_array.h>
 #include <cadtools/compat/position.h>
 #include <cadtools/compat/cmap.h>
 #include <cadtools/compat/coblist.h>
@@ -25,6 +26,11 @@
 #include <cadtools/geometry/wrect.h>
 #include <cadtools/math_tools.h>
 #include <cadtools/text_tools.h>
+
+// Registry-backed settings.
+#include <cadtools/registry/application_name.h>
+#include <cadtools/registry/reg_base.h>
+#include <cadtools/registry/reg_values.h>
 
 // Library version.
 #include <cadtools/version.h>

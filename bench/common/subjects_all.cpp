@@ -1,0 +1,14 @@
+#include "common/subjects.h"
+
+namespace bench {
+
+void RegisterSubjects(PairRegistry& registry) {
+  RegisterLinePairs(registry);
+  RegisterRectPairs(registry);
+  RegisterBezierPairs(registry);
+  RegisterNaturalComparePairs(registry);
+  RegisterTextLikePairs(registry);
+  RegisterRegistryPairs(registry);
+}
+
+}  // namespace bench
