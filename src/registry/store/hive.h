@@ -19,6 +19,7 @@
 #include "registry/store/locations.h"
 #include "registry/store/store_file.h"
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -68,7 +69,8 @@ class Hive {
   void EnsureOpen();
   void Open(const FileIdentity* damaged, const std::string& reason);
   void NewEpoch() noexcept;
-  void CloseFolder() noexcept;
+  void MapMoves() noexcept;
+  void UnmapMoves() noexcept;
 
   HiveKind kind_;
   State state_ = State::kClosed;
@@ -76,9 +78,13 @@ class Hive {
   StoreLocation location_;
   Database db_;
   FileIdentity identity_;
-  // The store's folder, so that the check before each write looks up one
-  // name instead of a whole path.
-  int folder_fd_ = -1;
+  // The move count at the start of the lock file, mapped (see
+  // store_file.h), and its value when the file was opened. A write checks
+  // it instead of calling stat(); a stat now and then still notices a store
+  // file deleted by hand.
+  const std::uint64_t* moves_ = nullptr;
+  std::uint64_t moves_seen_ = 0;
+  std::chrono::steady_clock::time_point next_look_{};
   std::uint64_t epoch_ = 1;
   bool reported_ = false;
   bool may_retry_ = true;

@@ -94,17 +94,20 @@ TEST(Damage, DamagedStoreIsKeptAsideAndReplaced) {
   }
 }
 
+// Damages the second half of user.db, where the last settings are.
+void DamageSecondHalf(const std::string& folder) {
+  const std::size_t half = fs::file_size(folder + "/user.db") / 2;
+  std::fstream file(folder + "/user.db", std::ios::in | std::ios::out | std::ios::binary);
+  file.seekp(static_cast<std::streamoff>(half));
+  file << std::string(half, 'Z');
+}
+
 TEST(Damage, DamageFoundLaterIsHandledTheSameWay) {
   const std::string folder = TestFolder("damage-later");
   MakeStore(folder);
   UseStore(folder);
   ASSERT_EQ(ValueOf(kKey, "settingx0A"), std::string(100, 'd'));  // checked and open
-  {
-    const std::size_t half = fs::file_size(folder + "/user.db") / 2;
-    std::fstream file(folder + "/user.db", std::ios::in | std::ios::out | std::ios::binary);
-    file.seekp(static_cast<std::streamoff>(half));
-    file << std::string(half, 'Z');
-  }
+  DamageSecondHalf(folder);
   // Another process writes, so this one reads the file again.
   sqlite3* other = nullptr;
   ASSERT_EQ(sqlite3_open(std::string(folder + "/user.db").c_str(), &other), SQLITE_OK);
@@ -115,6 +118,26 @@ TEST(Damage, DamageFoundLaterIsHandledTheSameWay) {
   EXPECT_EQ(IntegrityOf(folder + "/user.db"), "ok");
   EXPECT_EQ(reg::RegSetValueExW(HKEY_CURRENT_USER, u"v", 0, REG_BINARY, reinterpret_cast<const BYTE*>("x"), 1),
             ERROR_SUCCESS);
+}
+
+TEST(Damage, WritesFollowTheStoreWhenAnotherProcessPutsItAside) {
+  const std::string folder = TestFolder("damage-elsewhere");
+  MakeStore(folder);
+  UseStore(folder);
+  ASSERT_EQ(ValueOf(kKey, "settingx0A"), std::string(100, 'd'));  // open here, with its pages read
+  DamageSecondHalf(folder);
+  Child finder(folder, {"read", kKey, "settingx0A"}, folder + "-out", folder + "-err");  // checks, puts it aside
+  ASSERT_EQ(finder.Wait(20s), 0);
+  ASSERT_EQ(AsideFiles(folder).size(), 1u);
+  HKEY key = nullptr;
+  ASSERT_EQ(reg::RegCreateKeyExW(HKEY_CURRENT_USER, u"Software\\cadtools-tests\\damage", 0, nullptr, 0, KEY_WRITE,
+                                 nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+  EXPECT_EQ(reg::RegSetValueExW(key, u"after", 0, REG_BINARY, reinterpret_cast<const BYTE*>("new"), 3), ERROR_SUCCESS);
+  reg::RegCloseKey(key);
+  Child reader(folder, {"read", kKey, "after"}, folder + "-out");
+  EXPECT_EQ(reader.Wait(20s), 0);
+  EXPECT_EQ(ReadFile(folder + "-out"), "0 new\n");  // in the fresh store, not the one put aside
 }
 
 TEST(Damage, UnusableFolderFailsCleanlyAndSaysSoOnce) {
