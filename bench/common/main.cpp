@@ -57,7 +57,7 @@ void FilterWholePairs(const std::vector<bench::Pair>& pairs) {
     if (widened.size() > 2) widened += '|';
     widened += EscapeForRegex(n);
   }
-  widened += ")$";
+  widened += ")(/real_time)?$";  // wall-clock rows carry that suffix
   benchmark::SetBenchmarkFilter(widened);
 }
 

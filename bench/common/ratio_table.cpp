@@ -67,7 +67,7 @@ double MinOf(const std::vector<double>& v) { return v.empty() ? 0.0 : *std::min_
 
 void PairRegistry::Register(const std::string& name, BenchFn fn, Clock clock) {
   if (!registered_.insert(name).second) return;
-  benchmark::Benchmark* b = benchmark::RegisterBenchmark(name.c_str(), fn)->ComputeStatistics("min", MinOf);
+  auto* b = benchmark::RegisterBenchmark(name.c_str(), fn)->ComputeStatistics("min", MinOf);
   if (clock == Clock::kWall) b->UseRealTime();
 }
 

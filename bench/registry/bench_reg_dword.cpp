@@ -80,11 +80,11 @@ void PeerLifetime(benchmark::State& state) {
 }  // namespace
 
 void RegisterRegistryPairs(PairRegistry& registry) {
-  const std::string peer = peer::Name();
-  registry.Add("CRegDWORD read", "CRegDWORD_Read", OursRead, peer + " read", PeerRead, Clock::kWall);
-  registry.Add("CRegDWORD write-through", "CRegDWORD_Write", OursWrite, peer + " write", PeerWrite, Clock::kWall);
-  registry.Add("CRegDWORD construct+destroy", "CRegDWORD_Lifetime", OursLifetime, peer + " read+write",
-               PeerLifetime, Clock::kWall);
+  const peer::Names peers = peer::RowNames();
+  registry.Add("CRegDWORD read", "CRegDWORD_Read", OursRead, peers.read, PeerRead, Clock::kWall);
+  registry.Add("CRegDWORD write-through", "CRegDWORD_Write", OursWrite, peers.write, PeerWrite, Clock::kWall);
+  registry.Add("CRegDWORD construct+destroy", "CRegDWORD_Lifetime", OursLifetime, peers.both, PeerLifetime,
+               Clock::kWall);
 }
 
 }  // namespace bench

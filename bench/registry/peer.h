@@ -8,8 +8,13 @@
 
 namespace bench::peer {
 
-// The peer's name in the ratio table.
-const char* Name();
+// The peer's benchmark names in the ratio table, for a read, a write and both.
+struct Names {
+  const char* read;
+  const char* write;
+  const char* both;
+};
+Names RowNames();
 
 // Reads the DWORD named `name` below `path`, or `fallback` when missing.
 DWORD Read(const WCHAR* path, const WCHAR* name, DWORD fallback);

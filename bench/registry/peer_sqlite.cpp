@@ -79,7 +79,7 @@ KeyValueTable& Table() {
 
 }  // namespace
 
-const char* Name() { return "SQLite prepared statement (WAL, synchronous=NORMAL),"; }
+Names RowNames() { return {"SQLite select", "SQLite upsert", "SQLite select+upsert"}; }
 
 DWORD Read(const WCHAR* path, const WCHAR* name, DWORD fallback) { return Table().Read(path, name, fallback); }
 

@@ -7,7 +7,9 @@
 
 namespace bench::peer {
 
-const char* Name() { return "registry API called directly,"; }
+Names RowNames() {
+  return {"RegOpenKeyExW+RegQueryValueExW", "RegCreateKeyExW+RegSetValueExW", "registry API read+write"};
+}
 
 DWORD Read(const WCHAR* path, const WCHAR* name, DWORD fallback) {
   HKEY key = nullptr;

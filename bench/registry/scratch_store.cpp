@@ -36,11 +36,11 @@ const WCHAR* BenchRootText() { return CADTOOLS_WIDE("Software\\Quenby\\cadtools-
 const std::string& ScratchFolder() { return State().folder; }
 
 void UseScratchStore() {
-  Cleanup& state = State();
 #if defined(_WIN32)
-  static const bool once = (cadtools::registry::SHDeleteKeyW(HKEY_CURRENT_USER, kScratchKey), true);
+  static const bool once = (State(), cadtools::registry::SHDeleteKeyW(HKEY_CURRENT_USER, kScratchKey), true);
   static_cast<void>(once);
 #else
+  Cleanup& state = State();
   if (!state.folder.empty()) return;
   std::string pattern = (std::filesystem::temp_directory_path() / "cadtools-bench-XXXXXX").string();
   if (mkdtemp(pattern.data()) == nullptr) std::abort();

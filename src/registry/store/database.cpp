@@ -50,10 +50,13 @@ const std::string& SqlText(Sql which) {
       "SELECT type, data FROM vals WHERE key = ?1 AND folded = ?2",
       // One statement, so that a write-through is one autocommit
       // transaction; the EXISTS keeps values off keys deleted meanwhile.
+      // Typed values write themselves back on destruction, mostly
+      // unchanged: the row then stays byte for byte the same (written
+      // too), SQLite leaves its page alone and the commit writes nothing.
       "INSERT INTO vals(key, folded, name, type, data, written) SELECT ?1, ?2, ?3, ?4, ?5, ?6"
       " WHERE EXISTS (SELECT 1 FROM keys WHERE id = ?1)"
       " ON CONFLICT(key, folded) DO UPDATE SET type = excluded.type, data = excluded.data,"
-      " written = excluded.written",
+      " written = CASE WHEN type = excluded.type AND data = excluded.data THEN written ELSE excluded.written END",
       "DELETE FROM vals WHERE key = ?1 AND folded = ?2",
       "SELECT count(*), coalesce(max(length(name)), 0), coalesce(max(length(data)), 0), coalesce(max(written), 0)"
       " FROM vals WHERE key = ?1",

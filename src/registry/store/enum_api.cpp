@@ -37,11 +37,6 @@ LONG DeliverName(std::string_view bytes, LPWSTR name, LPDWORD name_length) noexc
   return ERROR_SUCCESS;
 }
 
-LONG NothingFound(Database& db, std::int64_t id, LONG none) {
-  const LONG alive = KeyExists(db, id);
-  return alive == ERROR_SUCCESS ? none : alive;
-}
-
 }  // namespace
 
 LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD name_length, LPDWORD reserved,

@@ -11,7 +11,8 @@
 // verified. When a call then finds no key with that id, a verified handle's
 // key was deleted meanwhile (ERROR_KEY_DELETED), while an unverified one is
 // looked up once more by its path, since another process may have deleted
-// and re-created the key before we opened it.
+// and re-created the key before we opened it; one from RegCreateKeyExW
+// creates its key again if need be, as that call would have.
 #pragma once
 
 #include <cadtools/compat/win_registry_types.h>
@@ -29,6 +30,7 @@ struct Handle {
   REGSAM access = 0;          // rights granted, generic rights mapped
   bool verified = false;      // the id was seen in the database since the handle was opened
   std::string path;           // folded path below the hive; empty for the root key
+  std::u16string recreate;    // for RegCreateKeyExW below a hive: the subkey as given, to create it again
 
   bool is_root() const noexcept { return path.empty(); }
 };

@@ -1,6 +1,11 @@
 // Opening, reopening and the path cache of a hive.
 #include "registry/store/hive.h"
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace cadtools::registry::store {
 
 namespace {
@@ -8,6 +13,8 @@ namespace {
 // Settings use a few hundred keys; a cache beyond this is some tool walking
 // a big tree, and starting afresh keeps memory bounded.
 constexpr std::size_t kMaxCachedPaths = 4096;
+
+constexpr auto kLookAgain = std::chrono::seconds(1);
 
 }  // namespace
 
@@ -50,6 +57,9 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
       if (before != State::kClosed || outcome.identity != identity_) NewEpoch();
       identity_ = outcome.identity;
       state_ = State::kFile;
+      if (moves_ == nullptr) MapMoves();
+      moves_seen_ = outcome.moves;
+      next_look_ = std::chrono::steady_clock::now() + kLookAgain;
       return;
     case OpenState::kEmpty:
       db_.OpenEmpty();
@@ -57,8 +67,10 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
       state_ = State::kEmpty;
       return;
     case OpenState::kUnusable:
-      if (!reported_) Report("settings store " + location_.file + " cannot be used (" + outcome.why +
-                             "); settings are not kept");
+      if (!reported_) {
+        const std::string store = location_.file.empty() ? std::string() : location_.file + " ";
+        Report("settings store " + store + "cannot be used (" + outcome.why + "); settings are not kept");
+      }
       reported_ = true;
       db_.OpenEmpty();
       NewEpoch();
@@ -70,8 +82,14 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
 void Hive::BeforeWrite() {
   EnsureOpen();
   if (state_ != State::kFile) return;
-  FileIdentity now;
-  if (IdentityOf(location_.file, now) && now == identity_) return;
+  const auto now = std::chrono::steady_clock::now();
+  if (moves_ != nullptr && __atomic_load_n(moves_, __ATOMIC_ACQUIRE) == moves_seen_ && now < next_look_) return;
+  next_look_ = now + kLookAgain;
+  struct stat info {};
+  if (stat(location_.file.c_str(), &info) == 0 && FileIdentity{info.st_dev, info.st_ino} == identity_) {
+    if (moves_ != nullptr) moves_seen_ = __atomic_load_n(moves_, __ATOMIC_ACQUIRE);
+    return;
+  }
   // Our file was moved aside: close it as it is and open the current one.
   db_.CloseAside();
   state_ = State::kClosed;
@@ -94,10 +112,27 @@ void Hive::Remember(const std::string& path, std::int64_t id) {
   paths_.insert_or_assign(path, id);
 }
 
+void Hive::MapMoves() noexcept {
+  const int fd = open((location_.file + ".lock").c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return;
+  struct stat info {};
+  if (fstat(fd, &info) == 0 && info.st_size >= static_cast<off_t>(sizeof(std::uint64_t))) {
+    void* mapped = mmap(nullptr, sizeof(std::uint64_t), PROT_READ, MAP_SHARED, fd, 0);
+    if (mapped != MAP_FAILED) moves_ = static_cast<const std::uint64_t*>(mapped);
+  }
+  close(fd);
+}
+
+void Hive::UnmapMoves() noexcept {
+  if (moves_ != nullptr) munmap(const_cast<std::uint64_t*>(moves_), sizeof(std::uint64_t));
+  moves_ = nullptr;
+}
+
 void Hive::Close(bool reread_location) noexcept {
   db_.Close();
   state_ = State::kClosed;
   if (reread_location) {
+    UnmapMoves();
     located_ = false;
     reported_ = false;
     NewEpoch();
@@ -105,6 +140,7 @@ void Hive::Close(bool reread_location) noexcept {
 }
 
 void Hive::Abandon() noexcept {
+  UnmapMoves();  // the child's copy; the parent keeps its own
   db_.Abandon();
   state_ = State::kClosed;
 }

@@ -10,15 +10,16 @@
 // A hive without a usable file (no folder, a folder we cannot write and no
 // store in it, a file we cannot open) is an empty store that refuses
 // writes: reads answer ERROR_FILE_NOT_FOUND and writes
-// ERROR_ACCESS_DENIED, and the reason is reported once on stderr. Each
-// later call tries the file again (once). A machine store that nobody made
-// is empty without a report.
+// ERROR_ACCESS_DENIED, and the reason is reported once on stderr. Every
+// later call tries to open the file again, once per call. A machine store
+// that nobody made is empty without a report.
 #pragma once
 
 #include "registry/store/database.h"
 #include "registry/store/locations.h"
 #include "registry/store/store_file.h"
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -68,6 +69,8 @@ class Hive {
   void EnsureOpen();
   void Open(const FileIdentity* damaged, const std::string& reason);
   void NewEpoch() noexcept;
+  void MapMoves() noexcept;
+  void UnmapMoves() noexcept;
 
   HiveKind kind_;
   State state_ = State::kClosed;
@@ -75,6 +78,13 @@ class Hive {
   StoreLocation location_;
   Database db_;
   FileIdentity identity_;
+  // The move count at the start of the lock file, mapped (see
+  // store_file.h), and its value when the file was opened. A write checks
+  // it instead of calling stat(); a stat now and then still notices a store
+  // file deleted by hand.
+  const std::uint64_t* moves_ = nullptr;
+  std::uint64_t moves_seen_ = 0;
+  std::chrono::steady_clock::time_point next_look_{};
   std::uint64_t epoch_ = 1;
   bool reported_ = false;
   bool may_retry_ = true;

@@ -29,66 +29,8 @@ LONG CheckBase(Session& session, Handle& base) {
 Handle SameKey(const Handle& base, REGSAM rights) {
   Handle copy = base;
   copy.access = rights;
+  copy.recreate.clear();
   return copy;
-}
-
-// Creates the keys of parts that do not exist below base, in one
-// transaction. Sets created when the last one is new.
-Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, bool& created) {
-  Hive& hive = session.hive(base);
-  Database& db = hive.db();
-  Lookup last;
-  last.result = kStoreFailed;
-  Transaction transaction(db);
-  if (!transaction.begun()) return last;
-  if (!base.is_root()) {
-    const LONG alive = KeyExists(db, base.id);
-    if (alive != ERROR_SUCCESS) {
-      last.result = alive;
-      return last;
-    }
-  }
-  const std::int64_t now = FileTimeNow();
-  std::int64_t parent = base.id;
-  std::string& path = session.store().path;
-  std::string& name = session.store().name;
-  std::string& folded = session.store().folded;
-  path = base.path;
-  for (const Units part : parts) {
-    AppendPathComponent(path, part);
-    {
-      Query find(db, Sql::kFindKey);
-      find.Bind(1, path);
-      if (find.Row()) {
-        parent = find.Int(0);
-        created = false;
-        continue;
-      }
-      if (find.failed()) return last;
-    }
-    name.clear();
-    AppendName(name, part, NameForm::kAsCreated);
-    folded.clear();
-    AppendName(folded, part, NameForm::kFolded);
-    Query insert(db, Sql::kInsertKey);
-    insert.Bind(1, parent);
-    insert.Bind(2, name);
-    insert.Bind(3, folded);
-    insert.Bind(4, path);
-    insert.Bind(5, now);
-    if (!insert.Run()) return last;
-    const std::int64_t id = db.last_insert_id();
-    Query touch(db, Sql::kTouchKey);
-    touch.Bind(1, parent);
-    touch.Bind(2, now);
-    if (!touch.Run()) return last;
-    parent = id;
-    created = true;
-  }
-  if (!transaction.Commit()) return last;
-  hive.Remember(path, parent);
-  last = {ERROR_SUCCESS, parent, 0, true};
-  return last;
 }
 
 }  // namespace
@@ -145,24 +87,41 @@ LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR sub_key, DWORD reserved, LPWSTR /*clas
     if (problem == PathProblem::kLeadingBackslash) return ERROR_BAD_PATHNAME;
     if (problem == PathProblem::kNameTooLong) return ERROR_INVALID_PARAMETER;
     Hive& hive = session.hive(*base);
-    if (!hive.read_only()) hive.BeforeWrite();
     const REGSAM rights = MapAccess(access, hive.read_only());
     const LONG alive = CheckBase(session, *base);
     if (alive != ERROR_SUCCESS) return Answer(alive, CallKind::kRead);
     Handle opened = SameKey(*base, rights);
     bool created = false;
     if (!store.parts.empty()) {
-      // Not from the cache: another process may have deleted the key, and
-      // then it must be created again.
       JoinPath(store.path, *base, store.parts);
-      Lookup found = FindKey(hive, store.path, false);
+      Lookup found = FindKey(hive, store.path, true);
+      if (found.result == ERROR_SUCCESS && !found.verified) {
+        if (base->is_root()) {
+          // From the cache without a look at the database, which keeps a
+          // write-through to one SQLite statement. Should another process
+          // have deleted the key, the handle creates it again when it
+          // finds it gone (see Revive), as this call would have done.
+          opened.recreate = NameOf(sub_key);
+        } else {
+          found.result = KeyExists(hive.db(), found.id);
+          if (found.result == ERROR_SUCCESS) found.verified = true;
+          if (found.result == kKeyGone) found = FindKey(hive, store.path, false);
+        }
+      }
       if (found.result == kKeyGone) {
         if (hive.read_only()) return ERROR_ACCESS_DENIED;
-        found = CreatePath(session, *base, store.parts, created);
+        const std::uint64_t epoch = hive.epoch();
+        hive.BeforeWrite();
+        if (hive.epoch() != epoch) {  // another process replaced the file: look again in the new one
+          const LONG again = CheckBase(session, *base);
+          if (again != ERROR_SUCCESS) return Answer(again, CallKind::kWrite);
+          found = FindKey(hive, store.path, false);
+        }
+        if (found.result == kKeyGone) found = CreatePath(session, *base, store.parts, created);
       }
       if (found.result != ERROR_SUCCESS) return Answer(found.result, CallKind::kWrite);
       opened.id = found.id;
-      opened.verified = true;
+      opened.verified = found.verified;
       opened.epoch = hive.epoch();
       JoinPath(opened.path, *base, store.parts);
     }

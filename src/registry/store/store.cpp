@@ -1,6 +1,8 @@
 // The store singleton, sessions, and finding keys for handles.
 #include "registry/store/store.h"
 
+#include "registry/store/clock.h"
+
 #include <pthread.h>
 
 #include <cstdlib>
@@ -99,10 +101,71 @@ Lookup FindKey(Hive& hive, const std::string& path, bool trust_cache) {
   return found;
 }
 
+Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, bool& created) {
+  Hive& hive = session.hive(base);
+  Database& db = hive.db();
+  Lookup last;
+  last.result = kStoreFailed;
+  Transaction transaction(db);
+  if (!transaction.begun()) return last;
+  if (!base.is_root()) {
+    const LONG alive = KeyExists(db, base.id);
+    if (alive != ERROR_SUCCESS) {
+      last.result = alive;
+      return last;
+    }
+  }
+  const std::int64_t now = FileTimeNow();
+  std::int64_t parent = base.is_root() ? 1 : base.id;
+  std::string path = base.path, name, folded;
+  for (const Units part : parts) {
+    AppendPathComponent(path, part);
+    {
+      Query find(db, Sql::kFindKey);
+      find.Bind(1, path);
+      if (find.Row()) {
+        parent = find.Int(0);
+        created = false;
+        continue;
+      }
+      if (find.failed()) return last;
+    }
+    name.clear();
+    AppendName(name, part, NameForm::kAsCreated);
+    folded.clear();
+    AppendName(folded, part, NameForm::kFolded);
+    Query insert(db, Sql::kInsertKey);
+    insert.Bind(1, parent);
+    insert.Bind(2, name);
+    insert.Bind(3, folded);
+    insert.Bind(4, path);
+    insert.Bind(5, now);
+    if (!insert.Run()) return last;
+    const std::int64_t id = db.last_insert_id();
+    Query touch(db, Sql::kTouchKey);
+    touch.Bind(1, parent);
+    touch.Bind(2, now);
+    if (!touch.Run()) return last;
+    parent = id;
+    created = true;
+  }
+  if (!transaction.Commit()) return last;
+  hive.Remember(path, parent);
+  last = {ERROR_SUCCESS, parent, 0, true};
+  return last;
+}
+
 LONG Revive(Session& session, Handle& handle) {
   Hive& hive = session.hive(handle);
   if (!handle.is_root() && handle.verified && handle.epoch == hive.epoch()) return kKeyGone;
-  const Lookup found = FindKey(hive, handle.path, false);
+  Lookup found = FindKey(hive, handle.path, false);
+  if (found.result == kKeyGone && !handle.recreate.empty() && !hive.read_only()) {
+    std::vector<Units> parts;
+    SplitKeyPath(handle.recreate.c_str(), parts);
+    bool created = false;
+    hive.BeforeWrite();
+    found = CreatePath(session, session.store().root(handle.hive), parts, created);
+  }
   if (found.result != ERROR_SUCCESS) return found.result;
   handle.id = found.id;
   handle.epoch = hive.epoch();

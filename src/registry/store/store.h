@@ -91,6 +91,14 @@ class Session {
 // ERROR_SUCCESS when key id exists, else kKeyGone or kStoreFailed.
 LONG KeyExists(Database& db, std::int64_t id);
 
+// After a look-up under key id found nothing: none when the key exists
+// (it has no such item), else kKeyGone (the handle is looked at again) or
+// kStoreFailed.
+inline LONG NothingFound(Database& db, std::int64_t id, LONG none) {
+  const LONG alive = KeyExists(db, id);
+  return alive == ERROR_SUCCESS ? none : alive;
+}
+
 struct Lookup {
   LONG result = kKeyGone;  // ERROR_SUCCESS, kKeyGone (no such path) or kStoreFailed
   std::int64_t id = 0;
@@ -101,9 +109,14 @@ struct Lookup {
 // Finds a key by its folded path, in the cache first when trust_cache.
 Lookup FindKey(Hive& hive, const std::string& path, bool trust_cache);
 
+// Creates the keys of parts that do not exist below base, in one
+// transaction. Sets created when the last one is new.
+Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, bool& created);
+
 // After a call found no key with the handle's id: ERROR_SUCCESS when the
-// handle now names a live key (found again by its path), kKeyGone when its
-// key was deleted, kStoreFailed.
+// handle now names a live key (found again by its path, or created again
+// for a handle from RegCreateKeyExW that trusted the cache), kKeyGone when
+// its key was deleted, kStoreFailed.
 LONG Revive(Session& session, Handle& handle);
 
 // Runs op(id) on the handle's key. op answers kKeyGone when it finds that

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cerrno>
 #include <chrono>
 #include <ctime>
@@ -21,12 +22,23 @@ namespace {
 // without the lock.
 constexpr auto kLockPatience = std::chrono::seconds(10);
 
+// The lock file's first bytes count how often a store file in this place
+// was put aside; processes that have the store open read the count before
+// each write (see Hive::BeforeWrite).
+constexpr off_t kCountBytes = sizeof(std::uint64_t);
+
 class StoreLock {
  public:
   StoreLock(const std::string& path, bool may_create, mode_t mode) {
     fd_ = open(path.c_str(), may_create ? O_RDWR | O_CREAT | O_CLOEXEC : O_RDONLY | O_CLOEXEC, mode);
     if (fd_ < 0) return;
-    if (may_create) fchmod(fd_, mode);
+    struct stat info {};
+    if (may_create && fstat(fd_, &info) == 0) {
+      fchmod(fd_, mode);
+      if (info.st_size < kCountBytes && ftruncate(fd_, kCountBytes) != 0) {
+        // Without the count other processes notice a move by a stat.
+      }
+    }
     const auto deadline = std::chrono::steady_clock::now() + kLockPatience;
     auto pause = std::chrono::microseconds(200);
     while (flock(fd_, LOCK_EX | LOCK_NB) != 0) {
@@ -39,6 +51,18 @@ class StoreLock {
   StoreLock& operator=(const StoreLock&) = delete;
   ~StoreLock() {
     if (fd_ >= 0) close(fd_);  // releases the flock
+  }
+
+  std::uint64_t Moves() const noexcept {
+    std::uint64_t moves = 0;
+    if (fd_ >= 0 && pread(fd_, &moves, sizeof moves, 0) != kCountBytes) moves = 0;
+    return moves;
+  }
+  void CountMove() const noexcept {
+    const std::uint64_t moves = Moves() + 1;
+    if (fd_ >= 0 && pwrite(fd_, &moves, sizeof moves, 0) != kCountBytes) {
+      // Other processes then notice the move by their periodic stat.
+    }
   }
 
  private:
@@ -62,7 +86,7 @@ std::string AsideName(const std::string& file) {
 }
 
 // Renames the file and its companions aside; false when the file stays.
-bool MoveAside(const std::string& file, const std::string& reason, std::string& why) {
+bool MoveAside(const StoreLock& lock, const std::string& file, const std::string& reason, std::string& why) {
   const std::string aside = AsideName(file);
   if (rename(file.c_str(), aside.c_str()) != 0) {
     why = file + " is damaged (" + reason + ") and cannot be moved aside: " + ErrnoText(errno);
@@ -71,6 +95,7 @@ bool MoveAside(const std::string& file, const std::string& reason, std::string& 
   for (const char* companion : kCompanions) {
     if (Exists(file + companion)) rename((file + companion).c_str(), (aside + companion).c_str());
   }
+  lock.CountMove();
   Report("settings store " + file + " is damaged (" + reason + "); kept it as " + aside + " and started a fresh one");
   return true;
 }
@@ -78,6 +103,12 @@ bool MoveAside(const std::string& file, const std::string& reason, std::string& 
 OpenOutcome Unusable(std::string why) {
   OpenOutcome outcome;
   outcome.why = std::move(why);
+  return outcome;
+}
+
+OpenOutcome Empty() {
+  OpenOutcome outcome;
+  outcome.state = OpenState::kEmpty;
   return outcome;
 }
 
@@ -97,20 +128,13 @@ bool CreateFile(const StoreLocation& where, std::string& why) {
 
 }  // namespace
 
-bool IdentityOf(const std::string& path, FileIdentity& identity) {
-  struct stat info {};
-  if (stat(path.c_str(), &info) != 0) return false;
-  identity = {info.st_dev, info.st_ino};
-  return true;
-}
-
 OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileIdentity* damaged,
                           const std::string& reason) {
   if (where.folder.empty()) return Unusable("there is no home folder to keep settings in");
   std::string why;
   if (!MakeFolders(where.folder, where.folder_mode, why)) {
     // Nobody has made a machine store: it is simply empty.
-    if (where.shared) return OpenOutcome{OpenState::kEmpty, {}, {}};
+    if (where.shared) return Empty();
     return Unusable(why);
   }
   const bool writable = access(where.folder.c_str(), W_OK) == 0;
@@ -120,7 +144,7 @@ OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileId
     struct stat info {};
     if (stat(where.file.c_str(), &info) != 0) {
       if (!writable) {
-        if (where.shared) return OpenOutcome{OpenState::kEmpty, {}, {}};
+        if (where.shared) return Empty();
         return Unusable("cannot write to " + where.folder);
       }
       if (!CreateFile(where, why)) return Unusable(why);
@@ -145,7 +169,7 @@ OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileId
         const CheckResult check = db.Check();
         if (check.problem.empty()) {
           db.Configure(where.shared);
-          return OpenOutcome{OpenState::kFile, identity, {}};
+          return OpenOutcome{OpenState::kFile, identity, lock.Moves(), {}};
         }
         db.CloseAside();
         if (!check.damaged) return Unusable("cannot use " + where.file + ": " + check.problem);
@@ -153,7 +177,7 @@ OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileId
       }
     }
     damaged = nullptr;
-    if (!writable || !MoveAside(where.file, problem, why)) {
+    if (!writable || !MoveAside(lock, where.file, problem, why)) {
       return Unusable(why.empty() ? where.file + " is damaged (" + problem + ") and cannot be moved aside" : why);
     }
   }

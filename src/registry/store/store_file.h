@@ -24,6 +24,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <string>
 
 namespace cadtools::registry::store {
@@ -36,9 +37,6 @@ struct FileIdentity {
   bool operator==(const FileIdentity&) const = default;
 };
 
-// False when the path does not exist.
-bool IdentityOf(const std::string& path, FileIdentity& identity);
-
 enum class OpenState {
   kFile,      // db is open on the store file
   kEmpty,     // there is no store and we may not create one (a machine store nobody made)
@@ -47,9 +45,14 @@ enum class OpenState {
 
 struct OpenOutcome {
   OpenState state = OpenState::kUnusable;
-  FileIdentity identity;  // of the file, for kFile
-  std::string why;        // for kUnusable
+  FileIdentity identity;    // of the file, for kFile
+  std::uint64_t moves = 0;  // store files put aside here so far, for kFile
+  std::string why;          // for kUnusable
 };
+
+// The lock file starts with that count: every process that puts a store
+// file aside adds one, so that others can tell from a memory read whether
+// the file they have open is still the store.
 
 // Opens where.file into db. When damaged is given, a call found the file
 // with that identity damaged (for reason): it is put aside first if it is

@@ -30,13 +30,6 @@ LONG Deliver(DWORD type, std::string_view bytes, LPDWORD type_out, LPBYTE data, 
   return result;
 }
 
-// When a look-up under a key found nothing: the key has no such item, or
-// the key itself is gone (kKeyGone) and the caller tries once more.
-LONG NothingFound(Database& db, std::int64_t id, LONG none) {
-  const LONG alive = KeyExists(db, id);
-  return alive == ERROR_SUCCESS ? none : alive;
-}
-
 }  // namespace
 
 LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,

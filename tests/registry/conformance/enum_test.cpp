@@ -48,18 +48,6 @@ TEST(EnumKeys, OrderIgnoresCase) {
   EXPECT_EQ(SubkeyAt(root.get(), std::size(expected)).result, ERROR_NO_MORE_ITEMS);
 }
 
-TEST(EnumKeys, LongestNameFitsTheDocumentedBuffer) {
-  ScratchRoot root("long-keys");
-  const WStr longest(255, static_cast<WCHAR>('k'));
-  CreateAll(root.get(), {longest.c_str()});
-  WCHAR name[256];
-  DWORD length = 255;
-  EXPECT_EQ(reg::RegEnumKeyExW(root.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_MORE_DATA);
-  length = 256;
-  EXPECT_EQ(reg::RegEnumKeyExW(root.get(), 0, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
-  EXPECT_EQ(WStr(name, length), longest);
-}
-
 TEST(EnumValues, NameAndDataBufferProtocol) {
   ScratchRoot root("enum-values");
   ASSERT_EQ(SetBytes(root.get(), W("Four"), REG_BINARY, "abcdef"), ERROR_SUCCESS);

@@ -10,6 +10,7 @@ TEST(KeyPaths, OpenAndCreateForms) {
   ScratchRoot root("paths");
   Key made;
   ASSERT_EQ(Create(root.get(), W("Alpha\\Beta"), made), ERROR_SUCCESS);
+  const WStr longest(255, static_cast<WCHAR>('k'));  // the longest key name there may be
   const struct {
     const WCHAR* path;
     LONG open;
@@ -20,6 +21,7 @@ TEST(KeyPaths, OpenAndCreateForms) {
       {W(""), ERROR_SUCCESS},                {W("\\Alpha"), ERROR_BAD_PATHNAME},
       {W("\\"), ERROR_BAD_PATHNAME},         {W("Missing"), ERROR_FILE_NOT_FOUND},
       {W("Alpha\\Missing"), ERROR_FILE_NOT_FOUND}, {W("Alpha\\."), ERROR_FILE_NOT_FOUND},  // "." is a name
+      {longest.c_str(), ERROR_FILE_NOT_FOUND},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(::testing::Message() << "path #" << (&c - cases));
@@ -32,6 +34,7 @@ TEST(KeyPaths, OpenAndCreateForms) {
   Key key;
   EXPECT_EQ(Open(root.get(), W("Alpha\\."), key), ERROR_SUCCESS);  // created above
   EXPECT_EQ(reg::RegOpenKeyExW(root.get(), nullptr, 0, KEY_READ, key.out()), ERROR_SUCCESS);
+  EXPECT_EQ(SubkeyAt(root.get(), 1).name, longest);  // Alpha, k..., Missing
 }
 
 TEST(KeyPaths, CreateMakesIntermediateKeysAndTellsWhatItDid) {

@@ -1,10 +1,7 @@
-// Where the store follows Windows and wine does not, and what only the
-// store has: values listed in creation order, the key name limit, no NUL
-// added to strings, and switching stores within a process.
+// Where the store follows Windows and wine does not: values listed in
+// creation order, the key name limit, no NUL added to strings.
 #include "conformance_util.h"
 
-#include <cstdlib>
-#include <filesystem>
 
 namespace {
 
@@ -60,32 +57,6 @@ TEST(StoreOnly, WindowsLimitsAndRights) {
   const HKEY current_config = CADTOOLS_PREDEFINED_HKEY(0x80000005u);
   EXPECT_EQ(Open(current_config, W("x"), key), ERROR_INVALID_HANDLE);
   EXPECT_EQ(reg::RegCloseKey(current_config), ERROR_SUCCESS);
-}
-
-TEST(StoreOnly, ReloadSwitchesStores) {
-  const char* home = std::getenv("CADTOOLS_REGISTRY_DIR");
-  ASSERT_NE(home, nullptr);
-  const std::string original = home;
-  const std::string other = original + "-other";
-  std::filesystem::remove_all(other);
-  Key key;
-  ASSERT_EQ(Create(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload"), key), ERROR_SUCCESS);
-  ASSERT_EQ(SetBytes(key.get(), W("v"), REG_BINARY, "home"), ERROR_SUCCESS);
-
-  setenv("CADTOOLS_REGISTRY_DIR", other.c_str(), 1);
-  reg::ReloadStoreLocations();
-  EXPECT_EQ(SetBytes(key.get(), W("v"), REG_BINARY, "lost"), ERROR_INVALID_HANDLE);  // every key was closed
-  Key elsewhere;
-  EXPECT_EQ(Open(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload"), elsewhere), ERROR_FILE_NOT_FOUND);
-  EXPECT_TRUE(std::filesystem::exists(other + "/user.db"));
-
-  setenv("CADTOOLS_REGISTRY_DIR", original.c_str(), 1);
-  reg::ReloadStoreLocations();
-  ASSERT_EQ(Open(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload"), key), ERROR_SUCCESS);
-  EXPECT_EQ(Query(key.get(), W("v")).bytes, "home");
-  key.Reset();
-  EXPECT_EQ(reg::SHDeleteKeyW(HKEY_CURRENT_USER, W("Software\\cadtools-tests\\reload")), ERROR_SUCCESS);
-  std::filesystem::remove_all(other);
 }
 
 }  // namespace

@@ -1,0 +1,145 @@
+// Helpers of the robustness tests: child processes on a store folder of
+// their own, the store file read with SQLite directly, and the log of
+// acknowledged writes.
+#pragma once
+
+#include <cadtools/registry/registry_api.h>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sqlite3.h>
+#include <sys/wait.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+extern char** environ;
+
+namespace cadtools::testing {
+
+namespace fs = std::filesystem;
+namespace reg = cadtools::registry;
+using namespace std::chrono_literals;
+
+// A new folder beside the one CTest gives this program.
+inline std::string TestFolder(const std::string& name) {
+  static const std::string base = [] {
+    const char* dir = std::getenv("CADTOOLS_REGISTRY_DIR");  // set by CTest
+    return std::string(dir != nullptr ? dir : "/tmp/cadtools-robustness");
+  }();
+  fs::remove_all(base + "-" + name);
+  return base + "-" + name;
+}
+
+// Points this process's store at folder (closing the one it used).
+inline void UseStore(const std::string& folder) {
+  setenv("CADTOOLS_REGISTRY_DIR", folder.c_str(), 1);
+  reg::ReloadStoreLocations();
+}
+
+inline std::string ReadFile(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+// The store child (store_child.cpp) on the store in folder, with stdout
+// and stderr going to files. Killed if it is still running at the end.
+class Child {
+ public:
+  Child(const std::string& folder, std::vector<std::string> args, const std::string& out = "/dev/null",
+        const std::string& err = "/dev/null") {
+    std::vector<std::string> env = {"CADTOOLS_REGISTRY_DIR=" + folder};
+    for (char** e = environ; *e != nullptr; ++e) {
+      if (std::string(*e).rfind("CADTOOLS_REGISTRY_DIR=", 0) != 0) env.emplace_back(*e);
+    }
+    args.insert(args.begin(), CADTOOLS_STORE_CHILD);
+    std::vector<char*> argv, envp;
+    for (std::string& a : args) argv.push_back(a.data());
+    for (std::string& e : env) envp.push_back(e.data());
+    argv.push_back(nullptr);
+    envp.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (posix_spawn(&pid_, argv[0], &actions, nullptr, argv.data(), envp.data()) != 0) pid_ = -1;
+    posix_spawn_file_actions_destroy(&actions);
+  }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+  ~Child() { Kill(); }
+
+  void Kill() {
+    if (pid_ > 0) kill(pid_, SIGKILL);
+    Wait(10s);
+  }
+
+  // The exit code; -1 when it died of a signal or did not end in time.
+  int Wait(std::chrono::milliseconds patience) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    for (int status = 0; pid_ > 0; std::this_thread::sleep_for(2ms)) {
+      if (waitpid(pid_, &status, WNOHANG) == pid_) {
+        pid_ = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+      }
+      if (std::chrono::steady_clock::now() > deadline) kill(pid_, SIGKILL);
+    }
+    return -1;
+  }
+
+ private:
+  pid_t pid_ = -1;
+};
+
+// PRAGMA integrity_check of a store file, opened with SQLite directly.
+inline std::string IntegrityOf(const std::string& file) {
+  sqlite3* db = nullptr;
+  sqlite3_stmt* stmt = nullptr;
+  std::string verdict = "cannot open";
+  if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK) {
+    const bool row = sqlite3_prepare_v2(db, "PRAGMA integrity_check", -1, &stmt, nullptr) == SQLITE_OK &&
+                     sqlite3_step(stmt) == SQLITE_ROW;
+    verdict = row ? reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)) : sqlite3_errmsg(db);
+  }
+  sqlite3_finalize(stmt);
+  sqlite3_close(db);
+  return verdict;
+}
+
+// The "name data" lines of a log; a line cut short by a kill (no newline)
+// does not count.
+inline std::vector<std::pair<std::string, std::string>> Acknowledged(const std::string& log) {
+  std::vector<std::pair<std::string, std::string>> writes;
+  const std::string text = ReadFile(log);
+  for (std::size_t start = 0, end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
+    const std::size_t space = text.find(' ', start);
+    writes.emplace_back(text.substr(start, space - start), text.substr(space + 1, end - space - 1));
+  }
+  return writes;
+}
+
+// The data of a value as a typed value reads it; "<code>" on failure.
+inline std::string ValueOf(const std::string& key_path, const std::string& name) {
+  const std::u16string key_name(key_path.begin(), key_path.end()), value_name(name.begin(), name.end());
+  HKEY key = nullptr;
+  char data[256];
+  DWORD size = sizeof data;
+  LONG result = reg::RegOpenKeyExW(HKEY_CURRENT_USER, key_name.c_str(), 0, KEY_READ, &key);
+  if (result == ERROR_SUCCESS) {
+    result = reg::RegQueryValueExW(key, value_name.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(data), &size);
+    reg::RegCloseKey(key);
+  }
+  return result == ERROR_SUCCESS ? std::string(data, size) : "<" + std::to_string(result) + ">";
+}
+
+}  // namespace cadtools::testing
