@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "geom.h"
 #include "help.h"
+#include "settings.h"
 #include "text_commands.h"
 #include "tour.h"
 
@@ -36,6 +37,8 @@ void Dispatch(std::span<const std::string_view> args, std::istream& in, std::ost
     RunNextname(args.subspan(1), out);
   } else if (command == "units") {
     RunUnits(args.subspan(1), out);
+  } else if (command == "settings") {
+    RunSettings(args.subspan(1), out);
   } else {
     throw UsageError("unknown command '" + std::string(command) + "'");
   }
@@ -54,6 +57,9 @@ int Run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
         << (e.usage().empty() ? ShortUsage() : e.usage()) << "Run 'cadtools --help' for all questions and options.\n";
     return kExitUsage;
   } catch (const IoError& e) {
+    err << "cadtools: " << e.what() << '\n';
+    return kExitOutput;
+  } catch (const CommandFailed& e) {
     err << "cadtools: " << e.what() << '\n';
     return kExitOutput;
   } catch (const std::bad_alloc&) {

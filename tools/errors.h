@@ -8,7 +8,7 @@
 namespace cadtools::cli {
 
 inline constexpr int kExitOk = 0;
-inline constexpr int kExitOutput = 1;  // a file could not be read, or the answer not written
+inline constexpr int kExitOutput = 1;  // a file could not be read, the answer not written, or a command failed
 inline constexpr int kExitUsage = 2;   // the command line itself is wrong
 
 // A command line that cannot be answered. `usage` is the synopsis to show
@@ -39,6 +39,13 @@ class OutputError : public IoError {
 class InputError : public IoError {
  public:
   using IoError::IoError;
+};
+
+// The command could not do its work: a setting that is not there, a
+// registry call that failed, a .reg file with a fault.
+class CommandFailed : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
 };
 
 }  // namespace cadtools::cli

@@ -2,6 +2,8 @@
 
 #include "geom.h"
 
+#include <algorithm>
+
 namespace cadtools::cli {
 namespace {
 
@@ -31,7 +33,8 @@ std::string ShortUsage() {
          "       cadtools natsort [-r] [-u] [FILE...]\n"
          "       cadtools like PATTERN [FILE...]\n"
          "       cadtools nextname NAME [-n COUNT]\n"
-         "       cadtools units mm2inch|inch2mm VALUE...\n";
+         "       cadtools units mm2inch|inch2mm VALUE...\n"
+         "       cadtools settings [--app NAME | --root ROOT] [--store DIR] COMMAND ...\n";
 }
 
 std::string NatsortUsage() {
@@ -65,6 +68,71 @@ std::string UnitsUsage() {
          "  or 2 decimals (millimetres).\n";
 }
 
+namespace {
+
+struct SettingsCommand {
+  std::string_view name;
+  std::string_view synopsis;
+  std::string_view summary;
+};
+
+constexpr SettingsCommand kSettingsCommands[] = {
+    {"list", "list [KEY]", "tree of KEY's subkeys and values (default: the root)"},
+    {"get", "get KEY [TYPE]", "print one value; with TYPE, read its data as TYPE"},
+    {"set", "set KEY TYPE VALUE...", "write one value"},
+    {"delete", "delete [-r] KEY", "remove one value; with -r, a key and everything below it"},
+    {"export", "export [KEY] FILE.reg", "write KEY (default: the root) and everything below it as a .reg file"},
+    {"import", "import FILE.reg", "apply a .reg file; a file with any fault changes nothing"},
+    {"copy-machine", "copy-machine", "copy the root's machine-wide defaults to the user, keeping the user's values"},
+};
+
+constexpr const char* kSettingsNotes =
+    "\n"
+    "KEY is absolute (HKEY_CURRENT_USER\\..., HKCU\\..., HKEY_LOCAL_MACHINE\\..., HKLM\\...)\n"
+    "or relative to the root, joined as the host's settings join it. For get, set\n"
+    "and delete its last part is the value name; \"KEY\\\" names the key's default\n"
+    "value. The root is \"Software\\Quenby\\NAME\\Version V8R1\\\" with the application\n"
+    "name (--app NAME, default: this program's name), or --root ROOT as it stands\n"
+    "(end it with a backslash, as the host must).\n"
+    "\n"
+    "TYPE: sz, expand_sz (one string each), multi_sz (any number of strings),\n"
+    "dword, qword (decimal or 0x hex), binary, none, hex(N) (hex bytes: \"01 02 ff\"\n"
+    "or \"01,02,ff\"), or the host's typed settings: float, bool (true/false),\n"
+    "point X,Y, rect L,T,R,B (whole numbers) and wrect L,T,R,B (decimals), stored\n"
+    "as the host stores them. REG_SZ, REG_DWORD, ... are accepted too. get prints\n"
+    "TYPE and value(s) in this notation, strings quoted.\n"
+    "\n"
+    "--store DIR: off Windows, use the settings store in DIR instead of the\n"
+    "user's own ($CADTOOLS_REGISTRY_DIR, else ~/.config/cadtools).\n"
+    "\n"
+    "exit status: 0 done, 1 no such key or value, a registry or file error, or a\n"
+    ".reg file with a fault (FILE:LINE: what), 2 bad arguments.\n";
+
+}  // namespace
+
+std::string SettingsUsage() {
+  std::string text =
+      "usage: cadtools settings [--app NAME | --root ROOT] [--store DIR] COMMAND ...\n"
+      "  Reads and writes the host's settings in the registry.\n\n"
+      "commands:\n";
+  for (const SettingsCommand& c : kSettingsCommands) {
+    std::string line = "  " + std::string(c.synopsis);
+    line.resize(std::max<std::size_t>(line.size() + 1, 26), ' ');
+    text += line + std::string(c.summary) + "\n";
+  }
+  return text + kSettingsNotes;
+}
+
+std::string SettingsCommandUsage(std::string_view command) {
+  for (const SettingsCommand& c : kSettingsCommands) {
+    if (c.name == command) {
+      return "usage: cadtools settings [--app NAME | --root ROOT] [--store DIR] " + std::string(c.synopsis) +
+             "\n  " + std::string(c.summary) + "\n" + kSettingsNotes;
+    }
+  }
+  return SettingsUsage();
+}
+
 std::string GeomShortUsage() {
   std::string names;
   for (const Question& q : Questions()) names += (names.empty() ? "" : ", ") + std::string(q.name);
@@ -80,7 +148,7 @@ std::string FullHelp() {
   return ShortUsage() +
          "\n"
          "Puts the cadtools library in your hands: plane-geometry questions, natural\n"
-         "sorting, wildcard filtering, next names and unit conversion. Answers come\n"
+         "sorting, wildcard filtering, next names, unit conversion and settings. Answers come\n"
          "one fact per line, such as 'code 2 (crossing within both segments)'.\n"
          "\n"
          "commands:\n"
@@ -90,6 +158,7 @@ std::string FullHelp() {
          "  like       print the lines that match a '*' pattern\n"
          "  nextname   print the names that follow a name (K1, K2, ...)\n"
          "  units      convert millimetres and inches with snapping\n"
+         "  settings   read, write, export and import the host's settings\n"
          "  --version  print the version\n"
          "Each command prints its own usage with --help. Text is UTF-8.\n"
          "\n" +

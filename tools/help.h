@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace cadtools::cli {
 
@@ -19,5 +20,9 @@ std::string NatsortUsage();
 std::string LikeUsage();
 std::string NextnameUsage();
 std::string UnitsUsage();
+// `cadtools settings --help`, and one command's usage with the notes on
+// keys and types (`cadtools settings get --help`).
+std::string SettingsUsage();
+std::string SettingsCommandUsage(std::string_view command);
 
 }  // namespace cadtools::cli

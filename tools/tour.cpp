@@ -173,8 +173,9 @@ void PrintTour(std::ostream& out) {
   Zones(t);
   NumbersTour(t);
   TextTour(t);
+  SettingsTour(t);
   out << "\nAsk your own: cadtools geom --help (add --svg FILE for a picture), and\n"
-         "cadtools natsort, like, nextname and units, each with --help.\n";
+         "cadtools natsort, like, nextname, units and settings, each with --help.\n";
 }
 
 }  // namespace cadtools::cli

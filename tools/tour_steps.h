@@ -36,8 +36,9 @@ inline std::string Int(long long v) { return std::to_string(v); }
 inline std::string Bool(bool v) { return v ? "true" : "false"; }
 inline std::string Quoted(const CString& s) { return '"' + ToUtf8(s) + '"'; }
 
-// Numbers and units, and the text tools.
+// Numbers and units, the text tools, and settings with .reg files.
 void NumbersTour(Tour& t);
 void TextTour(Tour& t);
+void SettingsTour(Tour& t);
 
 }  // namespace cadtools::cli

@@ -27,9 +27,10 @@
 #include <cadtools/math_tools.h>
 #include <cadtools/text_tools.h>
 
-// Registry-backed settings.
+// Registry-backed settings, and .reg files.
 #include <cadtools/registry/application_name.h>
 #include <cadtools/registry/reg_base.h>
+#include <cadtools/registry/reg_file.h>
 #include <cadtools/registry/reg_values.h>
 
 // Library version.
