@@ -3,6 +3,7 @@
 #include <cadtools/registry/reg_base.h>
 #include <cadtools/registry/registry_api.h>
 
+#include <algorithm>
 #include <new>
 #include <vector>
 
@@ -64,11 +65,22 @@ void CRegBase::QueryKey(HKEY hSource, HKEY hDestination) {
   FILETIME lastWrite{};
   reg::RegQueryInfoKeyW(hSource, className, &classLength, nullptr, &subKeys, &maxSubKeyLength, &maxClassLength,
                         &values, &maxValueNameLength, &maxValueSize, &securitySize, &lastWrite);
-  // Counted once, before anything is copied: the values to compare with
-  // are the user's own.
+  // The user's own values, counted and named once before anything is
+  // copied. Windows lists values in creation order, so the names the copy
+  // adds come after these; a registry that lists them by name (wine) would
+  // shift them, and listing them afterwards could let a machine value
+  // overwrite one the user already has.
   DWORD destinationValues = 0;
   reg::RegQueryInfoKeyW(hDestination, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &destinationValues,
                         nullptr, nullptr, nullptr, nullptr);
+  std::vector<CString> userNames;
+  for (DWORD k = 0; k < destinationValues; ++k) {
+    DWORD length = kValueNameCapacity;
+    if (reg::RegEnumValueW(hDestination, k, name.data(), &length, nullptr, nullptr, nullptr, nullptr) ==
+        ERROR_SUCCESS) {
+      userNames.push_back(NameIn(name, length));
+    }
+  }
 
   // Subkeys first, depth-first.
   for (DWORD i = 0; i < subKeys; ++i) {
@@ -102,14 +114,8 @@ void CRegBase::QueryKey(HKEY hSource, HKEY hDestination) {
       continue;
     }
     const CString valueName = NameIn(name, nameLength);
-    bool userHasIt = false;
-    for (DWORD k = 0; k < destinationValues && !userHasIt; ++k) {
-      DWORD length = kValueNameCapacity;
-      if (reg::RegEnumValueW(hDestination, k, name.data(), &length, nullptr, nullptr, nullptr, nullptr) ==
-          ERROR_SUCCESS) {
-        userHasIt = NameIn(name, length).CompareNoCase(valueName) == 0;
-      }
-    }
+    const bool userHasIt = std::any_of(userNames.begin(), userNames.end(),
+                                       [&](const CString& user) { return user.CompareNoCase(valueName) == 0; });
     if (!userHasIt) reg::RegSetValueExW(hDestination, valueName, 0, type, data.data(), size);
   }
 }

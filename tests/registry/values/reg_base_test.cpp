@@ -101,6 +101,11 @@ TEST_F(RegBase, CopyLocalMachineToCurrentUser) {
   set(HKEY_LOCAL_MACHINE, machine, W("Top"), W("Odd"), REG_EXPAND_SZ, {'%', 0, 0, 0});
   set(HKEY_CURRENT_USER, user_, W(""), W("colour"), REG_DWORD, DwordBytes(1));  // the user's, other case
   set(HKEY_CURRENT_USER, user_, W("Deep"), W("KEPT"), REG_BINARY, {7});
+  // A copied name listed before the user's own (wine lists by name) must not
+  // hide the user's value from the comparison.
+  set(HKEY_LOCAL_MACHINE, machine, W("Deep"), W("Aardvark"), REG_DWORD, DwordBytes(2));
+  set(HKEY_LOCAL_MACHINE, machine, W("Deep"), W("Zebra"), REG_DWORD, DwordBytes(3));
+  set(HKEY_CURRENT_USER, user_, W("Deep"), W("zebra"), REG_BINARY, {9});
 
   CRegBase().CopyLocalMachineToCurrentUser();
 
@@ -113,6 +118,8 @@ TEST_F(RegBase, CopyLocalMachineToCurrentUser) {
       {W(""), W("Colour"), REG_DWORD, DwordBytes(1)},  // the user's setting wins, at the top...
       {W(""), W("Fresh"), REG_QWORD, {1, 2, 3, 4, 5, 6, 7, 8}},
       {W("Deep"), W("Kept"), REG_BINARY, {7}},  // ...and below it
+      {W("Deep"), W("Aardvark"), REG_DWORD, DwordBytes(2)},
+      {W("Deep"), W("Zebra"), REG_BINARY, {9}},
       {W("Deep\\Er"), W("Raw"), REG_BINARY, {0xAB}},
       {W("Top"), W("Odd"), REG_EXPAND_SZ, {'%', 0, 0, 0}},
   };
