@@ -35,6 +35,7 @@
 
 // Dialog placement.
 #include <cadtools/dialog/window.h>
+#include <cadtools/dialog/hwnd_window.h>
 #include <cadtools/dialog/displays.h>
 #include <cadtools/dialog/resource_module.h>
 #include <cadtools/dialog/button_st.h>
