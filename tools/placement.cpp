@@ -43,7 +43,7 @@ std::string Placement(const CRect& r) {
 }
 
 std::string Marker(const CRect& r) {
-  if (r == CRect(-1, -1, -1, -1)) return "maximised";
+  if (r == RECT{-1, -1, -1, -1}) return "maximised";
   if (r.IsRectNull()) return "not maximised";
   return Rect(r) + " (not maximised)";
 }

@@ -63,7 +63,7 @@ BOOL CBaseDialog::OnInitDialog() {
     marker = kNone;
   }
   const CRect state = marker;
-  if (state == kMaximizedMarker) m_bMaximized = 1;
+  if (state == static_cast<const RECT&>(kMaximizedMarker)) m_bMaximized = 1;
 
   if (m_bVisualManagerStyle) EnableVisualManagerStyle(TRUE, TRUE);
   return TRUE;  // both values are written back as they stand

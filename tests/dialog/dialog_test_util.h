@@ -26,21 +26,13 @@ inline Bytes RectBytes(const RECT& r) {
   return out;
 }
 
-// Points the resource module at a second one: "Other" off Windows, the
-// system's kernel32 on Windows.
-inline void UseSecondModule() {
+// The first resource module is the program on Windows, "Host" elsewhere;
+// the second the system's kernel32 on Windows, "Other" elsewhere.
+inline void UseModule(bool second) {
 #if defined(_WIN32)
-  ui::SetResourceModule(::GetModuleHandleW(L"kernel32.dll"));
+  ui::SetResourceModule(second ? ::GetModuleHandleW(L"kernel32.dll") : nullptr);
 #else
-  ui::SetResourceModuleName(W("Other"));
-#endif
-}
-
-inline void UseFirstModule() {
-#if defined(_WIN32)
-  ui::SetResourceModule(nullptr);
-#else
-  ui::SetResourceModuleName(W("Host"));
+  ui::SetResourceModuleName(second ? W("Other") : W("Host"));
 #endif
 }
 
@@ -53,15 +45,15 @@ class DialogPlacement : public ::testing::Test {
 #if !defined(_WIN32)
     ui::SetDisplayLayout("0,0,1920,1080");
 #endif
-    UseFirstModule();
+    UseModule(false);
   }
   void TearDown() override {
     CRegBase::SetRegBase(CString());
 #if defined(_WIN32)
     ui::SetResourceModule(nullptr);
 #else
-    ui::SetDisplayLayout(nullptr);
     ui::SetResourceModuleName(CString());
+    ui::SetDisplayLayout(nullptr);
 #endif
   }
 
