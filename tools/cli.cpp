@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "geom.h"
 #include "help.h"
+#include "placement.h"
 #include "settings.h"
 #include "text_commands.h"
 #include "tour.h"
@@ -39,6 +40,8 @@ void Dispatch(std::span<const std::string_view> args, std::istream& in, std::ost
     RunUnits(args.subspan(1), out);
   } else if (command == "settings") {
     RunSettings(args.subspan(1), out);
+  } else if (command == "placement") {
+    RunPlacement(args.subspan(1), out);
   } else {
     throw UsageError("unknown command '" + std::string(command) + "'");
   }

@@ -34,7 +34,8 @@ std::string ShortUsage() {
          "       cadtools like PATTERN [FILE...]\n"
          "       cadtools nextname NAME [-n COUNT]\n"
          "       cadtools units mm2inch|inch2mm VALUE...\n"
-         "       cadtools settings [--app NAME | --root ROOT] [--store DIR] COMMAND ...\n";
+         "       cadtools settings [--app NAME | --root ROOT] [--store DIR] COMMAND ...\n"
+         "       cadtools placement [--app NAME | --root ROOT] [--store DIR] list|clear\n";
 }
 
 std::string NatsortUsage() {
@@ -133,6 +134,19 @@ std::string SettingsCommandUsage(std::string_view command) {
   return SettingsUsage();
 }
 
+std::string PlacementUsage() {
+  return "usage: cadtools placement [--app NAME | --root ROOT] [--store DIR] list|clear\n"
+         "  The dialog placements below the root in Settings\\WindowPos: one value per\n"
+         "  dialog number, primary display size and resource module, named\n"
+         "  IDD<number><width>x<height><module>, and its ...Maximized marker.\n\n"
+         "  list   each value with its rectangle (left,top,right,bottom) or state; the\n"
+         "         split of number and width is read as the widest plausible width\n"
+         "  clear  delete them all; each dialog opens where the host puts it\n\n"
+         "--app, --root and --store as for cadtools settings (see its --help).\n"
+         "exit status: 0 done (also when nothing is stored), 1 a registry error,\n"
+         "2 bad arguments.\n";
+}
+
 std::string GeomShortUsage() {
   std::string names;
   for (const Question& q : Questions()) names += (names.empty() ? "" : ", ") + std::string(q.name);
@@ -159,6 +173,7 @@ std::string FullHelp() {
          "  nextname   print the names that follow a name (K1, K2, ...)\n"
          "  units      convert millimetres and inches with snapping\n"
          "  settings   read, write, export and import the host's settings\n"
+         "  placement  list or clear the dialog placements the host has stored\n"
          "  --version  print the version\n"
          "Each command prints its own usage with --help. Text is UTF-8.\n"
          "\n" +

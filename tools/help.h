@@ -24,5 +24,7 @@ std::string UnitsUsage();
 // keys and types (`cadtools settings get --help`).
 std::string SettingsUsage();
 std::string SettingsCommandUsage(std::string_view command);
+// `cadtools placement --help`.
+std::string PlacementUsage();
 
 }  // namespace cadtools::cli

@@ -22,52 +22,24 @@ namespace {
 using registry::RegHive;
 using registry::RegKeys;
 
-struct SettingsOptions {
-  std::optional<std::string> app;
-  std::optional<std::string> root;
-  std::optional<std::string> store;
-  bool help = false;
-  std::span<const std::string_view> command;  // COMMAND and its words
-};
-
 // --name VALUE or --name=VALUE at words[i]; advances i past the value.
 bool TakeOption(std::span<const std::string_view> words, std::size_t& i, std::string_view name,
-                std::optional<std::string>& value) {
+                std::optional<std::string>& value, const std::string& usage) {
   const std::string_view word = words[i];
   if (!word.starts_with(name)) return false;
   std::string_view text;
   if (word.size() == name.size()) {
-    if (++i == words.size()) throw UsageError(std::string(name) + " needs a value", SettingsUsage());
+    if (++i == words.size()) throw UsageError(std::string(name) + " needs a value", usage);
     text = words[i];
   } else if (word[name.size()] == '=') {
     text = word.substr(name.size() + 1);
   } else {
     return false;
   }
-  if (text.empty()) throw UsageError(std::string(name) + " needs a value", SettingsUsage());
-  if (value) throw UsageError(std::string(name) + " given twice", SettingsUsage());
+  if (text.empty()) throw UsageError(std::string(name) + " needs a value", usage);
+  if (value) throw UsageError(std::string(name) + " given twice", usage);
   value = std::string(text);
   return true;
-}
-
-SettingsOptions ParseOptions(std::span<const std::string_view> words) {
-  SettingsOptions o;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::string_view word = words[i];
-    if (word == "--help" || word == "-h") {
-      o.help = true;
-      return o;
-    }
-    if (TakeOption(words, i, "--app", o.app) || TakeOption(words, i, "--root", o.root) ||
-        TakeOption(words, i, "--store", o.store)) {
-      continue;
-    }
-    if (word.starts_with("-")) throw UsageError("unknown option '" + std::string(word) + "'", SettingsUsage());
-    o.command = words.subspan(i);
-    break;
-  }
-  if (o.app && o.root) throw UsageError("give --app or --root, not both", SettingsUsage());
-  return o;
 }
 
 // An open key, closed when it goes.
@@ -229,6 +201,26 @@ void Import(std::span<const std::string_view> args) {
 
 }  // namespace
 
+SettingsOptions ParseSettingsOptions(std::span<const std::string_view> words, const std::string& usage) {
+  SettingsOptions o;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string_view word = words[i];
+    if (word == "--help" || word == "-h") {
+      o.help = true;
+      return o;
+    }
+    if (TakeOption(words, i, "--app", o.app, usage) || TakeOption(words, i, "--root", o.root, usage) ||
+        TakeOption(words, i, "--store", o.store, usage)) {
+      continue;
+    }
+    if (word.starts_with("-")) throw UsageError("unknown option '" + std::string(word) + "'", usage);
+    o.command = words.subspan(i);
+    break;
+  }
+  if (o.app && o.root) throw UsageError("give --app or --root, not both", usage);
+  return o;
+}
+
 ScopedStoreFolder::ScopedStoreFolder(const std::optional<std::string>& folder) {
   if (!folder) return;
 #if defined(_WIN32)
@@ -344,7 +336,7 @@ SettingsLocation ResolveSettingsKey(std::string_view key, WStringView root, bool
 }
 
 void RunSettings(std::span<const std::string_view> words, std::ostream& out) {
-  const SettingsOptions o = ParseOptions(words);
+  const SettingsOptions o = ParseSettingsOptions(words, SettingsUsage());
   if (o.help) {
     out << SettingsUsage();
     return;

@@ -22,6 +22,21 @@
 
 namespace cadtools::cli {
 
+// The options before a settings command's words: --app NAME, --root ROOT,
+// --store DIR (each as NAME=VALUE too), --help.
+struct SettingsOptions {
+  std::optional<std::string> app;
+  std::optional<std::string> root;
+  std::optional<std::string> store;
+  bool help = false;
+  std::span<const std::string_view> command;  // COMMAND and its words
+};
+
+// Takes the options up to the first word that is not one. Throws
+// UsageError, with `usage`, for unknown, repeated or empty options and for
+// --app with --root.
+SettingsOptions ParseSettingsOptions(std::span<const std::string_view> words, const std::string& usage);
+
 // The words after `settings`. Throws UsageError for bad arguments and
 // CommandFailed for what is not there or cannot be done.
 void RunSettings(std::span<const std::string_view> words, std::ostream& out);

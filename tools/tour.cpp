@@ -175,7 +175,7 @@ void PrintTour(std::ostream& out) {
   TextTour(t);
   SettingsTour(t);
   out << "\nAsk your own: cadtools geom --help (add --svg FILE for a picture), and\n"
-         "cadtools natsort, like, nextname, units and settings, each with --help.\n";
+         "cadtools natsort, like, nextname, units, settings and placement, each with --help.\n";
 }
 
 }  // namespace cadtools::cli

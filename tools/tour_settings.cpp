@@ -2,6 +2,7 @@
 // user's own settings: off Windows it works in a store folder of its own,
 // on Windows below a scratch key that it deletes again.
 #include "errors.h"
+#include "placement.h"
 #include "settings.h"
 #include "settings_values.h"
 #include "tour_steps.h"
@@ -112,8 +113,7 @@ class Scratch {
 #endif
 };
 
-void Walk(Tour& t) {
-  Scratch scratch;
+void Walk(Tour& t, Scratch& scratch) {
   const auto stored = [&](const char* key) {
     const TypedValue value = ReadSetting(ResolveSettingsKey(key, scratch.root(), true));
     return FormatValue(value.type, value.data);
@@ -157,7 +157,10 @@ void Walk(Tour& t) {
 void SettingsTour(Tour& t) {
   t.Heading("Settings: values as the host stores them, and .reg files");
   try {
-    Walk(t);
+    Scratch scratch;
+    Walk(t, scratch);
+    t.Heading("Dialog placement: per dialog, display size and resource module");
+    PlacementWalk(t);
   } catch (const std::exception& e) {
     t.Step("the settings store", std::string("failed: ") + e.what());
   }

@@ -33,5 +33,13 @@
 #include <cadtools/registry/reg_file.h>
 #include <cadtools/registry/reg_values.h>
 
+// Dialog placement.
+#include <cadtools/dialog/window.h>
+#include <cadtools/dialog/hwnd_window.h>
+#include <cadtools/dialog/displays.h>
+#include <cadtools/dialog/resource_module.h>
+#include <cadtools/dialog/button_st.h>
+#include <cadtools/dialog/base_dialog.h>
+
 // Library version.
 #include <cadtools/version.h>
