@@ -5,6 +5,7 @@
 #include <climits>
 
 #include "text/code_page_conversion.h"
+#include "text/locale_names.h"
 
 namespace cadtools {
 
@@ -37,5 +38,23 @@ std::string WideToMultiByte(UINT codePage, WStringView units) {
 }
 
 }  // namespace codepage
+
+namespace localenames {
+
+CString SystemLanguageName() {
+  const int needed = ::GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_SLANGUAGE, nullptr, 0);
+  if (needed <= 0) return CString();
+  WString name(static_cast<std::size_t>(needed), L'\0');
+  if (::GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_SLANGUAGE, name.data(), needed) <= 0) return CString();
+  return CString(name.c_str());
+}
+
+CString UserLanguageAbbreviation() {
+  WCHAR letters[4] = {};
+  if (::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SABBREVLANGNAME, letters, 4) <= 0) return CString();
+  return CString(letters);
+}
+
+}  // namespace localenames
 
 }  // namespace cadtools

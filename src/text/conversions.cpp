@@ -45,4 +45,28 @@ CString CodePages::MB2WideChar(const char* text) {
   return UpToNul(codepage::MultiByteToWide(codepage::kUtf8, WithTerminator(text)));
 }
 
+namespace {
+
+// The text up to its first NUL, as the system calls taking it see it.
+WStringView TextUpToNul(const CString& text) { return WStringView(text.GetString()); }
+
+// Narrowed to one code page, the bytes (up to a NUL) read in another.
+CString Reinterpret(const CString& text, UINT from, UINT to, std::size_t maxBytes) {
+  std::string bytes = codepage::WideToMultiByte(from, TextUpToNul(text));
+  if (bytes.size() > maxBytes) bytes.resize(maxBytes);
+  bytes.push_back('\0');
+  return UpToNul(codepage::MultiByteToWide(to, bytes));
+}
+
+}  // namespace
+
+CString CodePages::CharToOemA(CString text) {
+  // The OEM buffer has one byte per unit of the text.
+  return Reinterpret(text, SystemOemCodePage(), SystemAnsiCodePage(), static_cast<std::size_t>(text.GetLength()));
+}
+
+CString CodePages::OemToCharA(CString text) {
+  return Reinterpret(text, SystemAnsiCodePage(), SystemOemCodePage(), std::string::npos);
+}
+
 }  // namespace cadtools

@@ -15,6 +15,7 @@
 
 #include <cadtools/compat/cstring.h>
 #include <cadtools/compat/cstring_a.h>
+#include <cadtools/compat/logfont.h>
 #include <cadtools/compat/win_types.h>
 #include <cadtools/export.h>
 
@@ -107,6 +108,36 @@ class CADTOOLS_API CodePages {
   // NUL-terminated UTF-8 as wide text; null or undecodable input gives "".
   static CString MB2WideChar(const char* text);
 
+  // Wide text shown the way the host's OEM texts look in ANSI: narrowed to
+  // the OEM code page, the bytes then read as ANSI (both the system's).
+  // Characters the OEM code page lacks become '?'. The text ends at its
+  // first NUL, and the OEM bytes are cut at the text's length in units.
+  //   CharToOemA(L"\u00E9")   // L"\u201A" with OEM 437 and ANSI 1252 (byte 0x82)
+  static CString CharToOemA(CString text);
+  // The reverse: narrowed to the ANSI code page, the bytes read as OEM.
+  //   OemToCharA(L"\u201A")   // L"\u00E9" with OEM 437 and ANSI 1252
+  static CString OemToCharA(CString text);
+
+  // ---- Locale and default font ----------------------------------------
+
+  // The system default locale's language, "English (United States)" on
+  // an English Windows; "" when the system cannot say.
+  static CString GetDefaultLocale();
+
+  // The user interface's font face: string resource 19191 of the host
+  // (see host_strings.h) up to its first "(" when a ")" follows, trimmed,
+  // unless the setting "Settings\Text\DefaultFontName" below the registry
+  // root names another; a setting holding a list ("Segoe UI;Arial") gives
+  // its first face. A missing setting is written with the resource's face.
+  //   resource "Tahoma (8pt)", no setting      // "Tahoma", setting written
+  //   setting "Segoe UI;Arial"                 // "Segoe UI"
+  // Read once per process: later calls return the cached name, so a
+  // changed setting counts from the next start of the host.
+  static CString GetDefaultFontFaceName();
+  // A LOGFONTW of zeros with GetDefaultFontFaceName as the face, cut to
+  // the LF_FACESIZE - 1 units the structure holds.
+  static LOGFONTW GetDefaultLogFont();
+
   // ---- Image and path names -------------------------------------------
   // a and b are usually a folder and a separator; nothing here applies
   // path rules, the parts are only joined.
@@ -140,6 +171,9 @@ class CADTOOLS_API CodePages {
  protected:
   // The language group of the system's ANSI code page.
   static CodePageLangId GetSystemLangId() noexcept;
+  // Whether name equals, ignoring case, the user locale's three-letter
+  // language abbreviation ("ENU", "DEU").
+  static bool IsDefaultFont(CString name);
 
   // The cached default font face name, empty until it is first asked for,
   // and 1 while that has not happened yet.
