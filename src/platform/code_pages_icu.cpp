@@ -6,12 +6,16 @@
 // Each code page becomes a table, built once per process on first use:
 // bytes to UTF-16 for every single byte and, on double-byte code pages,
 // for every lead byte with every second byte; UTF-16 to bytes for every
-// unit. Windows reads a lead byte and whatever byte follows as one
-// character, so the tables do too, and they carry the characters Windows
-// has that ICU leaves out (C1 controls and private-use characters for
-// bytes without a character). What neither has becomes the code page's
-// default character. Windows' best-fit replacements (U+0100 as 'A' in
-// 1252 and the like) are not reproduced: such characters become '?'.
+// unit. Windows reads a lead byte and whatever byte but NUL follows as
+// one character, so the tables do too, and they carry what Windows reads
+// otherwise than ICU (C0 controls as themselves, C1 controls and
+// private-use characters for bytes without a character). Compared with
+// wine's MultiByteToWideChar over every byte and byte pair of 437, 850,
+// 932, 936, 949, 950, 1250-1253 and 10000, the results are the same.
+// What neither has becomes the code page's default character. Windows'
+// best-fit replacements are reproduced only as far as ICU's fallbacks
+// match them (all of 936, 949 and 950); otherwise such characters become
+// '?' (U+0100 is 'A' in 1252 on Windows, '?' here).
 #include <cadtools/text/code_pages.h>
 
 #include <unicode/ucnv.h>
@@ -73,21 +77,40 @@ struct LeadRange {
   unsigned last;
 };
 
-// The double-byte code pages Windows has: their lead bytes, the character
-// a byte pair without a character becomes, and the single bytes without a
-// character in ICU that Windows maps to C1 or private-use characters.
+// The double-byte code pages Windows has: their lead bytes and the
+// character a byte pair without a character becomes.
 struct DoubleByteLayout {
   UINT codePage;
   std::array<LeadRange, 2> leads;
   char16_t defaultUnicode;
-  std::array<std::pair<unsigned, char16_t>, 5> singles;
 };
 
 constexpr std::array<DoubleByteLayout, 4> kDoubleByte{{
-    {932, {{{0x81, 0x9F}, {0xE0, 0xFC}}}, 0x30FB, {{{0x80, 0x80}, {0xA0, 0xF8F0}, {0xFD, 0xF8F1}, {0xFE, 0xF8F2}, {0xFF, 0xF8F3}}}},
-    {936, {{{0x81, 0xFE}, {0, 0}}}, u'?', {{{0x80, 0x20AC}, {0xFF, 0xF8F5}}}},
-    {949, {{{0x81, 0xFE}, {0, 0}}}, u'?', {{{0x80, 0x80}, {0xFF, 0xF8F7}}}},
-    {950, {{{0x81, 0xFE}, {0, 0}}}, u'?', {{{0x80, 0x80}, {0xFF, 0xF8F8}}}},
+    {932, {{{0x81, 0x9F}, {0xE0, 0xFC}}}, 0x30FB},
+    {936, {{{0x81, 0xFE}, {0, 0}}}, u'?'},
+    {949, {{{0x81, 0xFE}, {0, 0}}}, u'?'},
+    {950, {{{0x81, 0xFE}, {0, 0}}}, u'?'},
+}};
+
+// ICU's fallback mappings (a character narrowed to a near one) are mostly
+// what Windows' best fit gives, but not for these: for 932 they are IBM's
+// variants of CJK ideographs, and Windows has no best fit for 10000.
+constexpr std::array<UINT, 2> kWithoutFallbacks{932, 10000};
+
+// Single bytes that Windows reads otherwise than ICU's tables do: bytes
+// without a character that Windows gives a C1 control or a private-use
+// character, and a few characters it takes from another block.
+struct ByteOverride {
+  UINT codePage;
+  unsigned byte;
+  char16_t unit;
+};
+
+constexpr std::array<ByteOverride, 16> kByteOverrides{{
+    {437, 0xE6, 0x00B5},   {1253, 0xAA, 0xF8F9},  {1253, 0xD2, 0xF8FA}, {1253, 0xFF, 0xF8FB},
+    {10000, 0xBD, 0x2126}, {932, 0x80, 0x0080},   {932, 0xA0, 0xF8F0},  {932, 0xFD, 0xF8F1},
+    {932, 0xFE, 0xF8F2},   {932, 0xFF, 0xF8F3},   {936, 0x80, 0x20AC},  {936, 0xFF, 0xF8F5},
+    {949, 0x80, 0x0080},   {949, 0xFF, 0xF8F7},   {950, 0x80, 0x0080},  {950, 0xFF, 0xF8F8},
 }};
 
 struct IcuConverter {
@@ -115,6 +138,11 @@ std::unique_ptr<IcuConverter> OpenConverter(UINT codePage) {
   }
   return nullptr;
 }
+
+// The C0 controls and DEL are themselves in every Windows code page; some
+// of ICU's IBM tables swap 0x1A, 0x1C and 0x7F and map other characters
+// to controls.
+constexpr bool IsControl(unsigned c) noexcept { return c < 0x20 || c == 0x7F; }
 
 // One character's bytes to one UTF-16 unit, or kUnmapped.
 char16_t IcuToUnit(UConverter* cnv, const char* bytes, int length) {
@@ -145,7 +173,7 @@ std::uint16_t IcuFromUnit(UConverter* cnv, char16_t unit) {
 // A code page of one or two bytes per character, as tables.
 class TableCodePage {
  public:
-  TableCodePage(UConverter* cnv, const DoubleByteLayout* layout)
+  TableCodePage(UINT codePage, UConverter* cnv, const DoubleByteLayout* layout)
       : m_doubleByte(layout != nullptr), m_defaultUnicode(layout != nullptr ? layout->defaultUnicode : u'?') {
     m_toUnicode.assign(m_doubleByte ? 0x10000U + 0x100U : 0x100U, kUnmapped);
     m_fromUnicode.assign(0x10000U, kNoBytes);
@@ -163,21 +191,29 @@ class TableCodePage {
         continue;
       }
       const char single = static_cast<char>(b);
-      char16_t unit = IcuToUnit(cnv, &single, 1);
+      char16_t unit = IsControl(b) ? static_cast<char16_t>(b) : IcuToUnit(cnv, &single, 1);
       // Windows gives the C1 control for a byte without a character.
       if (unit == kUnmapped && b >= 0x80 && b <= 0x9F && !m_doubleByte) unit = static_cast<char16_t>(b);
       m_toUnicode[b] = unit;
     }
-    if (layout != nullptr) {
-      for (const auto& [b, unit] : layout->singles) {
-        if (unit != 0 && m_toUnicode[b] == kUnmapped) m_toUnicode[b] = unit;
-      }
+    // What ICU reads for the bytes Windows reads otherwise: Windows does not
+    // write those characters as these bytes either.
+    std::vector<char16_t> replaced;
+    for (const ByteOverride& o : kByteOverrides) {
+      if (o.codePage != codePage) continue;
+      if (m_toUnicode[o.byte] != kUnmapped && m_toUnicode[o.byte] != o.unit) replaced.push_back(m_toUnicode[o.byte]);
+      m_toUnicode[o.byte] = o.unit;
     }
-    ucnv_setFallback(cnv, 1);
+    bool fallbacks = true;
+    for (const UINT cp : kWithoutFallbacks) fallbacks = fallbacks && cp != codePage;
+    ucnv_setFallback(cnv, fallbacks ? 1 : 0);
     for (unsigned u = 0; u < 0x10000U; ++u) {
       if (u >= 0xD800 && u <= 0xDFFF) continue;
-      m_fromUnicode[u] = IcuFromUnit(cnv, static_cast<char16_t>(u));
+      const std::uint16_t bytes = IsControl(u) ? static_cast<std::uint16_t>(u) : IcuFromUnit(cnv, static_cast<char16_t>(u));
+      // Only the controls themselves become control bytes.
+      m_fromUnicode[u] = !IsControl(u) && bytes <= 0xFF && IsControl(bytes) ? kNoBytes : bytes;
     }
+    for (const char16_t unit : replaced) m_fromUnicode[unit] = kNoBytes;
     // Windows converts what it reads back to the bytes it came from.
     for (std::size_t i = 0; i < m_toUnicode.size(); ++i) {
       const char16_t unit = m_toUnicode[i];
@@ -194,9 +230,9 @@ class TableCodePage {
       char16_t unit = kUnmapped;
       if (!m_lead[b]) {
         unit = m_toUnicode[b];
-      } else if (i + 1 < bytes.size()) {
+      } else if (i + 1 < bytes.size() && bytes[i + 1] != '\0') {
         unit = m_toUnicode[0x100U + (b << 8) + static_cast<std::uint8_t>(bytes[++i])];
-      }
+      }  // a lead byte at the end or before a NUL stands alone
       out.push_back(static_cast<WCHAR>(unit == kUnmapped ? m_defaultUnicode : unit));
     }
     return out;
@@ -324,7 +360,7 @@ const CodePage* FindCodePage(UINT codePage) {
       if (l.codePage == codePage) layout = &l;
     }
     if (layout != nullptr || ucnv_getMaxCharSize(cnv->handle) == 1) {
-      page->table = std::make_unique<TableCodePage>(cnv->handle, layout);
+      page->table = std::make_unique<TableCodePage>(codePage, cnv->handle, layout);
     } else {
       page->stream = std::make_unique<StreamCodePage>(std::move(cnv));
     }

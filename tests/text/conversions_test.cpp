@@ -86,6 +86,7 @@ TEST(MB2UnicodeTest, DoubleBytePagesReadLeadAndNextByteAsOne) {
       {936, "\x80\xFF", {0x20AC, 0xF8F5}},
       {936, "\x81\x30", {0x3F}},
       {936, "\xAA\xA1\xA1\x40", {0xE000, 0xE4C6}},
+      {932, "\x1A\x1C\x7F", {0x1A, 0x1C, 0x7F}},  // controls are themselves
       {949, "\xB0\xA1\x80", {0xAC00, 0x80}},
       {950, "\xA4\x40\xFF", {0x4E00, 0xF8F8}},
   });
@@ -102,7 +103,9 @@ TEST(MB2UnicodeTest, OemMacSymbolAndSystemPages) {
   ExpectDecodings({
       {437, "\x80\xE1\xFF\x01", {0xC7, 0xDF, 0xA0, 0x01}},
       {850, "\xD5", {0x131}},
-      {10000, "\x80\xA5", {0xC4, 0x2022}},
+      {437, "\x1A\x1C\x7F\xE6", {0x1A, 0x1C, 0x7F, 0xB5}},
+      {10000, "\x80\xA5\xBD", {0xC4, 0x2022, 0x2126}},
+      {1253, "\xAA\xC1", {0xF8F9, 0x391}},
       {2, "\x80\xA5", {0xC4, 0x2022}},  // the Mac code page
       {42, "\x01\x41\xFF", {0x01, 0xF041, 0xF0FF}},
   });
@@ -189,6 +192,24 @@ TEST(MB2WideCharTest, WellFormedTextSurvivesTheRoundTrip) {
   }
 }
 
+// Counted bytes through the platform layer: a lead byte before a NUL
+// stands alone, and the NUL stays.
+TEST(MultiByteToWideTest, LeadByteBeforeNulStandsAlone) {
+  const struct {
+    unsigned codePage;
+    std::string bytes;
+    Units expected;
+  } cases[] = {
+      {932, std::string("\x82\0a", 3), {0x30FB, 0, 0x61}},
+      {936, std::string("\xB0\0", 2), {0x3F, 0}},
+      {932, std::string("\x82", 1), {0x30FB}},
+  };
+  for (const auto& c : cases) {
+    const WString wide = cadtools::codepage::MultiByteToWide(c.codePage, c.bytes);
+    EXPECT_EQ(CString(wide.data(), static_cast<int>(wide.size())), FromUnits(c.expected)) << Hex(c.bytes);
+  }
+}
+
 // The narrowing direction of the platform layer, for the code pages the
 // host's ANSI and OEM texts use.
 TEST(WideToMultiByteTest, UnmappableCharactersBecomeTheDefaultCharacter) {
@@ -199,10 +220,13 @@ TEST(WideToMultiByteTest, UnmappableCharactersBecomeTheDefaultCharacter) {
   } cases[] = {
       {1252, {0x20AC, 0x81, 0x8D, 0x4E00, 0xE9, 0x2013, 0x80, 0xFF, 0xFFFD}, "\x80\x81\x8D?\xE9\x96?\xFF?"},
       {1252, {0xD83D, 0xDE00}, "??"},
-      {932, {0x3042, 0x4E00, 0xFF71, 0xA5, 0x5C, 0xAC00, 0x2160, 0xFFE5}, "\x82\xA0\x88\xEA\xB1\x5C\x5C?\x87\x54\x81\x8F"},
+      {932, {0x3042, 0x4E00, 0xFF71, 0x5C, 0xAC00, 0x2160, 0xFFE5}, "\x82\xA0\x88\xEA\xB1\x5C?\x87\x54\x81\x8F"},
       {932, {0xF8F0, 0xE000, 0x20AC}, "\xA0\xF0\x40?"},
       {936, {0x4E00, 0x3042, 0x20AC, 0xE9, 0xAC00, 0xB7, 0x100}, "\xD2\xBB\xA4\xA2\x80\xA8\xA6?\xA1\xA4\xA8\xA1"},
       {437, {0xC7, 0xE9, 0x20AC, 0x3B1, 0x2591, 0xA0, 0x4E00}, "\x80\x82?\xE0\xB0\xFF?"},
+      {437, {0x1A, 0x1C, 0x7F, 0xB5, 0xFFE9}, "\x1A\x1C\x7F\xE6?"},
+      {932, {0x1A, 0x1C, 0x7F, 0x4FE0}, "\x1A\x1C\x7F?"},  // no IBM variants
+      {1253, {0xF8F9, 0xAA, 0x391}, "\xAA?\xC1"},
       {65001, {0x61, 0, 0xD800}, std::string("a\0\xEF\xBF\xBD", 5)},
       {12345, {0x61}, ""},
       {1200, {0x61}, ""},
