@@ -209,7 +209,8 @@ class TableCodePage {
     ucnv_setFallback(cnv, fallbacks ? 1 : 0);
     for (unsigned u = 0; u < 0x10000U; ++u) {
       if (u >= 0xD800 && u <= 0xDFFF) continue;
-      const std::uint16_t bytes = IsControl(u) ? static_cast<std::uint16_t>(u) : IcuFromUnit(cnv, static_cast<char16_t>(u));
+      const std::uint16_t bytes =
+          IsControl(u) ? static_cast<std::uint16_t>(u) : IcuFromUnit(cnv, static_cast<char16_t>(u));
       // Only the controls themselves become control bytes.
       m_fromUnicode[u] = !IsControl(u) && bytes <= 0xFF && IsControl(bytes) ? kNoBytes : bytes;
     }

@@ -32,8 +32,8 @@ CString CodePages::MB2Unicode(CStringA text, int codePage) {
 }
 
 char* CodePages::WideCharToMB(CString text) {
-  const std::string bytes =
-      codepage::WideToMultiByte(codepage::kUtf8, WStringView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
+  const std::string bytes = codepage::WideToMultiByte(
+      codepage::kUtf8, WStringView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
   auto buffer = std::make_unique<char[]>(bytes.size() + 1);
   std::memcpy(buffer.get(), bytes.data(), bytes.size());
   buffer[bytes.size()] = '\0';

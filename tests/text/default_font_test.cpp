@@ -4,7 +4,6 @@
 #include <cadtools/registry/reg_values.h>
 #include <cadtools/text/host_strings.h>
 #include <cadtools/text_tools.h>
-
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -162,7 +161,8 @@ TEST(LocaleTest, EnglishSystemNamesItsLanguage) {
     const WCHAR* name;
     bool expected;
   } cases[] = {{W("ENU"), true}, {W("enu"), true}, {W("ENG"), false}, {W("EN"), false}, {W(""), false}};
-  for (const auto& c : cases) EXPECT_EQ(FontCache::IsDefault(c.name), c.expected) << testing::PrintToString(CString(c.name));
+  for (const auto& c : cases)
+    EXPECT_EQ(FontCache::IsDefault(c.name), c.expected) << testing::PrintToString(CString(c.name));
 }
 
 #if !defined(_WIN32)
@@ -171,11 +171,12 @@ TEST(LocaleTest, AbbreviationsAreWindowsLetters) {
     const char* locale;
     const WCHAR* letters;
   } cases[] = {
-      {"en_US", W("ENU")}, {"en_GB", W("ENG")}, {"en", W("ENU")},    {"de_DE", W("DEU")}, {"de_CH", W("DES")},
-      {"de_IT", W("DEU")}, {"fr_CA", W("FRC")}, {"pt_BR", W("PTB")}, {"zh_CN", W("CHS")}, {"zh_TW", W("CHT")},
-      {"eu_ES", W("EUS")}, {"ja", W("JPN")},
+      {"en_US", W("ENU")}, {"en_GB", W("ENG")}, {"en", W("ENU")},    {"de_DE", W("DEU")},
+      {"de_CH", W("DES")}, {"de_IT", W("DEU")}, {"fr_CA", W("FRC")}, {"pt_BR", W("PTB")},
+      {"zh_CN", W("CHS")}, {"zh_TW", W("CHT")}, {"eu_ES", W("EUS")}, {"ja", W("JPN")},
   };
-  for (const auto& c : cases) EXPECT_EQ(cadtools::localenames::AbbreviationOf(c.locale), CString(c.letters)) << c.locale;
+  for (const auto& c : cases)
+    EXPECT_EQ(cadtools::localenames::AbbreviationOf(c.locale), CString(c.letters)) << c.locale;
 }
 #endif
 
