@@ -20,12 +20,15 @@
 #include <cadtools/compat/position.h>
 #include <cadtools/compat/cmap.h>
 #include <cadtools/compat/coblist.h>
+#include <cadtools/compat/cstring_a.h>
+#include <cadtools/compat/logfont.h>
 
 // Plane geometry, numbers and units, text tools.
 #include <cadtools/geometry/wpt.h>
 #include <cadtools/geometry/wrect.h>
 #include <cadtools/math_tools.h>
 #include <cadtools/text_tools.h>
+#include <cadtools/text/host_strings.h>
 
 // Registry-backed settings, and .reg files.
 #include <cadtools/registry/application_name.h>
