@@ -42,7 +42,11 @@ char* CodePages::WideCharToMB(CString text) {
 
 CString CodePages::MB2WideChar(const char* text) {
   if (text == nullptr) return CString();
-  return UpToNul(codepage::MultiByteToWide(codepage::kUtf8, WithTerminator(text)));
+  // UTF-8 gives U+0000 only for a NUL byte, so the terminator's is the one
+  // NUL there is: no need to look for it (on long texts, a second pass).
+  const WString units = codepage::MultiByteToWide(codepage::kUtf8, WithTerminator(text));
+  const std::size_t length = units.empty() ? 0 : units.size() - (units.back() == WCHAR{0} ? 1 : 0);
+  return CString(units.data(), static_cast<int>(length));
 }
 
 namespace {
