@@ -127,27 +127,33 @@ WString DecodeUtf8(std::string_view bytes) {
   const auto at = [begin](std::size_t i) { return begin[i]; };
   std::size_t i = 0;
   while (i < size) {
-#if defined(__SSE2__)
-    while (size - i >= 16) {
-      const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + i));
-      if (_mm_movemask_epi8(v) != 0) break;
-      const __m128i zero = _mm_setzero_si128();
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
-      o += 16;
-      i += 16;
-    }
-#endif
-    while (size - i >= 8 && EightAscii(begin + i)) {
-      for (std::size_t k = 0; k < 8; ++k) o[k] = begin[i + k];
-      o += 8;
-      i += 8;
-    }
-    if (i == size) break;
     const std::uint8_t b = at(i);
     if (b < 0x80) {
-      *o++ = b;
-      ++i;
+#if defined(__SSE2__)
+      // Sixteen bytes widened at once; the units after the first non-ASCII
+      // byte are written too but not kept (each byte gives at most one
+      // unit, so there is room), and the scan goes on from that byte.
+      if (size - i >= 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + i));
+        const __m128i zero = _mm_setzero_si128();
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
+        const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(v));
+        const std::size_t ascii = mask == 0 ? 16U : static_cast<std::size_t>(__builtin_ctz(mask));
+        o += ascii;
+        i += ascii;
+        continue;
+      }
+#endif
+      while (size - i >= 8 && EightAscii(begin + i)) {
+        for (std::size_t k = 0; k < 8; ++k) o[k] = begin[i + k];
+        o += 8;
+        i += 8;
+      }
+      if (i < size && at(i) < 0x80) {
+        *o++ = at(i);
+        ++i;
+      }
       continue;
     }
     // Whole two- and three-byte sequences, the letters of European and CJK
@@ -210,13 +216,17 @@ std::string EncodeUtf8(WStringView units) {
     std::uint32_t u = p[i];
     if (u < 0x80) {
 #if defined(__SSE2__)
-      while (size - i >= 8) {
+      // Eight units narrowed at once, kept up to the first non-ASCII one
+      // (the buffer holds at least a byte for each unit still to come).
+      if (size - i >= 8) {
         const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
         const __m128i high = _mm_and_si128(v, _mm_set1_epi16(static_cast<short>(0xFF80)));
-        if (_mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128())) != 0xFFFF) break;
         _mm_storel_epi64(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(v, v));
-        o += 8;
-        i += 8;
+        const unsigned wide = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128()))) ^ 0xFFFFU;
+        const std::size_t ascii = wide == 0 ? 8U : static_cast<std::size_t>(__builtin_ctz(wide)) / 2;
+        o += ascii;
+        i += ascii;
+        continue;
       }
 #endif
       while (size - i >= 4 && FourAscii(p + i)) {

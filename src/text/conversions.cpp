@@ -34,7 +34,7 @@ CString CodePages::MB2Unicode(CStringA text, int codePage) {
 char* CodePages::WideCharToMB(CString text) {
   const std::string bytes = codepage::WideToMultiByte(
       codepage::kUtf8, WStringView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
-  auto buffer = std::make_unique<char[]>(bytes.size() + 1);
+  std::unique_ptr<char[]> buffer(new char[bytes.size() + 1]);  // every byte is written below
   std::memcpy(buffer.get(), bytes.data(), bytes.size());
   buffer[bytes.size()] = '\0';
   return buffer.release();  // the caller releases it with delete[]
