@@ -48,15 +48,15 @@ void AppendUtf8(std::string& out, char32_t c) {
 }
 
 // Words drawn at random until the UTF-8 form holds 1 MiB: `percent` of
-// them from `special`, the rest from `plain`.
-Text MakeText(std::uint64_t seed, const std::vector<std::u32string>& plain, const std::vector<std::u32string>& special,
+// them from `rarer`, the rest from `plain`.
+Text MakeText(std::uint64_t seed, const std::vector<std::u32string>& plain, const std::vector<std::u32string>& rarer,
               int percent) {
   Rng rng(seed);
   Text text;
   std::u32string chars;
   std::size_t bytes = 0;
   while (bytes < kTextBytes) {
-    const auto& pool = rng.Percent() < percent ? special : plain;
+    const auto& pool = rng.Percent() < percent ? rarer : plain;
     const std::u32string& word = pool[static_cast<std::size_t>(rng.Below(static_cast<int>(pool.size())))];
     std::string encoded;
     for (const char32_t c : word) AppendUtf8(encoded, c);
