@@ -1,5 +1,6 @@
 #include "cli.h"
 
+#include "code_page_commands.h"
 #include "errors.h"
 #include "geom.h"
 #include "help.h"
@@ -42,6 +43,12 @@ void Dispatch(std::span<const std::string_view> args, std::istream& in, std::ost
     RunSettings(args.subspan(1), out);
   } else if (command == "placement") {
     RunPlacement(args.subspan(1), out);
+  } else if (command == "convert") {
+    RunConvert(args.subspan(1), in, out);
+  } else if (command == "charset") {
+    RunCharset(args.subspan(1), out);
+  } else if (command == "font") {
+    RunFont(args.subspan(1), out);
   } else {
     throw UsageError("unknown command '" + std::string(command) + "'");
   }

@@ -35,7 +35,10 @@ std::string ShortUsage() {
          "       cadtools nextname NAME [-n COUNT]\n"
          "       cadtools units mm2inch|inch2mm VALUE...\n"
          "       cadtools settings [--app NAME | --root ROOT] [--store DIR] COMMAND ...\n"
-         "       cadtools placement [--app NAME | --root ROOT] [--store DIR] list|clear\n";
+         "       cadtools placement [--app NAME | --root ROOT] [--store DIR] list|clear\n"
+         "       cadtools convert --from CP --to CP [FILE]\n"
+         "       cadtools charset [NAME|NUMBER]\n"
+         "       cadtools font [--app NAME | --root ROOT] [--store DIR]\n";
 }
 
 std::string NatsortUsage() {
@@ -147,6 +150,40 @@ std::string PlacementUsage() {
          "2 bad arguments.\n";
 }
 
+std::string ConvertUsage() {
+  return "usage: cadtools convert --from CP --to CP [FILE]\n"
+         "  Converts the bytes of FILE (or of standard input) from one code page to\n"
+         "  another and writes them to standard output, unchanged otherwise (line ends\n"
+         "  and NULs included). The results are Windows': bytes that do not decode\n"
+         "  become what Windows reads them as (U+FFFD for broken UTF-8), characters the\n"
+         "  target lacks its default character ('?' in most code pages).\n\n"
+         "  CP is a code page number (1252, 932, 65001, also cp1252) or utf-8,\n"
+         "  utf-16 / utf-16le (1200), utf-16be (1201), ansi or oem (the system's).\n"
+         "  UTF-16 has no byte-order mark added or removed.\n\n"
+         "exit status: 0 done, 1 the file could not be read, 2 bad arguments or an\n"
+         "unknown code page.\n";
+}
+
+std::string CharsetUsage() {
+  return "usage: cadtools charset [NAME|NUMBER]\n"
+         "  A font charset number (0 to 255) with its name and code page, or a name\n"
+         "  (trimmed, any letter case) with its number and code page:\n"
+         "    cadtools charset 204        Cyrillic, code page 1251\n"
+         "    cadtools charset ' greek '  161, code page 1253\n"
+         "  A name the host does not know gives 1 (Default), as in the host. Without\n"
+         "  an argument, every charset that has a name or a code page.\n";
+}
+
+std::string FontUsage() {
+  return "usage: cadtools font [--app NAME | --root ROOT] [--store DIR]\n"
+         "  The host's default font face and where it comes from: the setting\n"
+         "  Settings\\Text\\DefaultFontName below the root (its first face when it lists\n"
+         "  several, separated by ';'), else the host's string 19191 up to its '('.\n"
+         "  Nothing is written.\n\n"
+         "--app, --root and --store as for cadtools settings (see its --help).\n"
+         "exit status: 0 done, 2 bad arguments.\n";
+}
+
 std::string GeomShortUsage() {
   std::string names;
   for (const Question& q : Questions()) names += (names.empty() ? "" : ", ") + std::string(q.name);
@@ -162,8 +199,9 @@ std::string FullHelp() {
   return ShortUsage() +
          "\n"
          "Puts the cadtools library in your hands: plane-geometry questions, natural\n"
-         "sorting, wildcard filtering, next names, unit conversion and settings. Answers come\n"
-         "one fact per line, such as 'code 2 (crossing within both segments)'.\n"
+         "sorting, wildcard filtering, next names, unit conversion, settings and code\n"
+         "pages. Answers come one fact per line, such as 'code 2 (crossing within both\n"
+         "segments)'.\n"
          "\n"
          "commands:\n"
          "  tour       a short walk through the library, every result computed live\n"
@@ -174,6 +212,9 @@ std::string FullHelp() {
          "  units      convert millimetres and inches with snapping\n"
          "  settings   read, write, export and import the host's settings\n"
          "  placement  list or clear the dialog placements the host has stored\n"
+         "  convert    convert text between code pages with Windows' results\n"
+         "  charset    font charsets, their names and code pages\n"
+         "  font       the host's default font face and where it comes from\n"
          "  --version  print the version\n"
          "Each command prints its own usage with --help. Text is UTF-8.\n"
          "\n" +

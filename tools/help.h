@@ -26,5 +26,9 @@ std::string SettingsUsage();
 std::string SettingsCommandUsage(std::string_view command);
 // `cadtools placement --help`.
 std::string PlacementUsage();
+// The commands over character sets and code pages.
+std::string ConvertUsage();
+std::string CharsetUsage();
+std::string FontUsage();
 
 }  // namespace cadtools::cli

@@ -8,6 +8,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+#include <fcntl.h>
+#include <io.h>
 #include <shellapi.h>
 
 namespace {
@@ -36,6 +38,12 @@ std::vector<std::string> Utf8Arguments() {
 int main() {
   const std::vector<std::string> utf8 = Utf8Arguments();
   const std::vector<std::string_view> args(utf8.begin(), utf8.end());
+  // convert passes bytes through as they are; text mode would turn \n into
+  // \r\n and stop reading at a Ctrl-Z byte.
+  if (!args.empty() && args[0] == "convert") {
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+  }
   return cadtools::cli::Run(args, std::cin, std::cout, std::cerr);
 }
 

@@ -174,8 +174,10 @@ void PrintTour(std::ostream& out) {
   NumbersTour(t);
   TextTour(t);
   SettingsTour(t);
+  CodePagesTour(t);
   out << "\nAsk your own: cadtools geom --help (add --svg FILE for a picture), and\n"
-         "cadtools natsort, like, nextname, units, settings and placement, each with --help.\n";
+         "cadtools natsort, like, nextname, units, settings, placement, convert, charset\n"
+         "and font, each with --help.\n";
 }
 
 }  // namespace cadtools::cli

@@ -161,6 +161,8 @@ void SettingsTour(Tour& t) {
     Walk(t, scratch);
     t.Heading("Dialog placement: per dialog, display size and resource module");
     PlacementWalk(t);
+    t.Heading("The default font face (cadtools font)");
+    DefaultFontWalk(t);
   } catch (const std::exception& e) {
     t.Step("the settings store", std::string("failed: ") + e.what());
   }

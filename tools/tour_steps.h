@@ -36,9 +36,14 @@ inline std::string Int(long long v) { return std::to_string(v); }
 inline std::string Bool(bool v) { return v ? "true" : "false"; }
 inline std::string Quoted(const CString& s) { return '"' + ToUtf8(s) + '"'; }
 
-// Numbers and units, the text tools, and settings with .reg files.
+// Numbers and units, the text tools, settings with .reg files, and code
+// pages.
 void NumbersTour(Tour& t);
 void TextTour(Tour& t);
 void SettingsTour(Tour& t);
+void CodePagesTour(Tour& t);
+// Where the default font face comes from; run inside the settings tour's
+// own store or key, which holds "Arial" as the face by then.
+void DefaultFontWalk(Tour& t);
 
 }  // namespace cadtools::cli

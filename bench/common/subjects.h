@@ -16,6 +16,9 @@ void RegisterBezierPairs(PairRegistry& registry);
 // collation, wildcard matching beside POSIX fnmatch.
 void RegisterNaturalComparePairs(PairRegistry& registry);
 void RegisterTextLikePairs(PairRegistry& registry);
+// Code pages: WideCharToMB and MB2WideChar beside glibc iconv and ICU's
+// UTF-8 conversion.
+void RegisterConversionPairs(PairRegistry& registry);
 
 // Registry: a typed value beside SQLite used directly (off Windows) or the
 // registry API called directly (on Windows).

@@ -8,6 +8,7 @@ void RegisterSubjects(PairRegistry& registry) {
   RegisterBezierPairs(registry);
   RegisterNaturalComparePairs(registry);
   RegisterTextLikePairs(registry);
+  RegisterConversionPairs(registry);
   RegisterRegistryPairs(registry);
 }
 

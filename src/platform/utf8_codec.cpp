@@ -2,8 +2,14 @@
 // too, so that texts stored by the host read the same on every target.
 #include "platform/utf8_codec.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace cadtools::codepage {
 
@@ -33,18 +39,65 @@ constexpr Lead ReadLead(std::uint8_t b) noexcept {
   return {0, 0, 0, 0};
 }
 
-void AppendCodePoint(WString& out, std::uint32_t cp) {
-  if (cp < 0x10000) {
-    out.push_back(static_cast<WCHAR>(cp));
-    return;
-  }
-  cp -= 0x10000;
-  out.push_back(static_cast<WCHAR>(0xD800U + (cp >> 10)));
-  out.push_back(static_cast<WCHAR>(0xDC00U + (cp & 0x3FFU)));
+// Whether the eight bytes at p are all ASCII; the runs of them, which most
+// of the host's texts are, are copied without looking at each byte.
+bool EightAscii(const std::uint8_t* p) noexcept {
+  std::uint64_t v;
+  std::memcpy(&v, p, sizeof v);
+  return (v & 0x8080808080808080ULL) == 0;
 }
 
-void AppendUtf8(std::string& out, std::uint32_t cp) {
-  const auto byte = [&out](std::uint32_t b) { out.push_back(static_cast<char>(static_cast<std::uint8_t>(b))); };
+// Whether the four units at p are all ASCII.
+bool FourAscii(const WCHAR* p) noexcept {
+  std::uint64_t v;
+  std::memcpy(&v, p, sizeof v);
+  return (v & 0xFF80FF80FF80FF80ULL) == 0;
+}
+
+// Units from 0x80 count one byte more than ASCII, from 0x800 two more.
+std::size_t ExtraUtf8Bytes(const WCHAR* p, std::size_t size) noexcept {
+  std::size_t total = 0;
+  std::size_t k = 0;
+#if defined(__SSE2__)
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i two = _mm_set1_epi16(2);
+  const __m128i under80 = _mm_set1_epi16(0x7F);
+  const __m128i under800 = _mm_set1_epi16(0x7FF);
+  while (size - k >= 8) {
+    // Each lane gains at most 2 a step: 16000 steps stay below 32768.
+    const std::size_t steps = std::min<std::size_t>((size - k) / 8, 16000);
+    __m128i lanes = zero;
+    for (std::size_t step = 0; step < steps; ++step, k += 8) {
+      const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + k));
+      // All ones (-1) where the unit is at most 0x7F, resp. 0x7FF.
+      const __m128i ascii = _mm_cmpeq_epi16(_mm_subs_epu16(v, under80), zero);
+      const __m128i two_bytes = _mm_cmpeq_epi16(_mm_subs_epu16(v, under800), zero);
+      lanes = _mm_add_epi16(lanes, _mm_add_epi16(two, _mm_add_epi16(ascii, two_bytes)));
+    }
+    const __m128i pairs = _mm_madd_epi16(lanes, _mm_set1_epi16(1));
+    alignas(16) std::int32_t sums[4];
+    _mm_store_si128(reinterpret_cast<__m128i*>(sums), pairs);
+    total += static_cast<std::size_t>(sums[0]) + static_cast<std::size_t>(sums[1]) + static_cast<std::size_t>(sums[2]) +
+             static_cast<std::size_t>(sums[3]);
+  }
+#endif
+  for (; k < size; ++k) total += (p[k] >= 0x80 ? 1U : 0U) + (p[k] >= 0x800 ? 1U : 0U);
+  return total;
+}
+
+WCHAR* PutCodePoint(WCHAR* out, std::uint32_t cp) noexcept {
+  if (cp < 0x10000) {
+    *out++ = static_cast<WCHAR>(cp);
+    return out;
+  }
+  cp -= 0x10000;
+  *out++ = static_cast<WCHAR>(0xD800U + (cp >> 10));
+  *out++ = static_cast<WCHAR>(0xDC00U + (cp & 0x3FFU));
+  return out;
+}
+
+char* PutUtf8(char* out, std::uint32_t cp) noexcept {
+  const auto byte = [&out](std::uint32_t b) { *out++ = static_cast<char>(static_cast<std::uint8_t>(b)); };
   if (cp < 0x80) {
     byte(cp);
   } else if (cp < 0x800) {
@@ -60,40 +113,79 @@ void AppendUtf8(std::string& out, std::uint32_t cp) {
     byte(0x80U | ((cp >> 6) & 0x3FU));
     byte(0x80U | (cp & 0x3FU));
   }
+  return out;
 }
 
 }  // namespace
 
 WString DecodeUtf8(std::string_view bytes) {
-  WString out;
-  out.reserve(bytes.size());
-  const auto at = [bytes](std::size_t i) { return static_cast<std::uint8_t>(bytes[i]); };
+  // Every byte gives at most one unit: a four-byte sequence gives two.
+  WString out(bytes.size(), WCHAR{0});
+  WCHAR* o = out.data();
+  const auto* const begin = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  const std::size_t size = bytes.size();
+  const auto at = [begin](std::size_t i) { return begin[i]; };
   std::size_t i = 0;
-  while (i < bytes.size()) {
+  while (i < size) {
     const std::uint8_t b = at(i);
     if (b < 0x80) {
-      out.push_back(b);
-      ++i;
+#if defined(__SSE2__)
+      // Sixteen bytes widened at once; the units after the first non-ASCII
+      // byte are written too but not kept (each byte gives at most one
+      // unit, so there is room), and the scan goes on from that byte.
+      if (size - i >= 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin + i));
+        const __m128i zero = _mm_setzero_si128();
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(o), _mm_unpacklo_epi8(v, zero));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(o + 8), _mm_unpackhi_epi8(v, zero));
+        const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(v));
+        const std::size_t ascii = mask == 0 ? 16U : static_cast<std::size_t>(__builtin_ctz(mask));
+        o += ascii;
+        i += ascii;
+        continue;
+      }
+#endif
+      while (size - i >= 8 && EightAscii(begin + i)) {
+        for (std::size_t k = 0; k < 8; ++k) o[k] = begin[i + k];
+        o += 8;
+        i += 8;
+      }
+      if (i < size && at(i) < 0x80) {
+        *o++ = at(i);
+        ++i;
+      }
+      continue;
+    }
+    // Whole two- and three-byte sequences, the letters of European and CJK
+    // texts, without the general path's questions.
+    if (b >= 0xC2 && b <= 0xDF && size - i >= 2 && IsContinuation(at(i + 1))) {
+      *o++ = static_cast<WCHAR>(((b & 0x1FU) << 6) | (at(i + 1) & 0x3FU));
+      i += 2;
+      continue;
+    }
+    if (b >= 0xE1 && b <= 0xEC && size - i >= 3 && IsContinuation(at(i + 1)) && IsContinuation(at(i + 2))) {
+      *o++ = static_cast<WCHAR>(((b & 0x0FU) << 12) | ((at(i + 1) & 0x3FU) << 6) | (at(i + 2) & 0x3FU));
+      i += 3;
       continue;
     }
     const Lead lead = ReadLead(b);
     if (lead.length == 0) {
-      out.push_back(kReplacement);
+      *o++ = kReplacement;
       ++i;
       continue;
     }
-    if (bytes.size() - i < lead.length) {  // cut off: the rest is one replacement
-      out.push_back(kReplacement);
+    if (size - i < lead.length) {  // cut off: the rest is one replacement
+      *o++ = kReplacement;
       break;
     }
     const std::uint8_t second = at(i + 1);
     if (!IsContinuation(second)) {
-      out.push_back(kReplacement);
+      *o++ = kReplacement;
       ++i;
       continue;
     }
     if (second < lead.secondLow || second > lead.secondHigh) {
-      out.push_back(kReplacement);
+      *o++ = kReplacement;
       i += 2;
       continue;
     }
@@ -103,30 +195,73 @@ WString DecodeUtf8(std::string_view bytes) {
       cp = (cp << 6) | (at(i + read) & 0x3FU);
       ++read;
     }
-    if (read < lead.length) {
-      out.push_back(kReplacement);
-    } else {
-      AppendCodePoint(out, cp);
-    }
+    o = read < lead.length ? (*o = kReplacement, o + 1) : PutCodePoint(o, cp);
     i += read;
   }
+  out.resize(static_cast<std::size_t>(o - out.data()));
   return out;
 }
 
 std::string EncodeUtf8(WStringView units) {
-  std::string out;
-  out.reserve(units.size());
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    const std::uint32_t u = units[i];
-    if (u >= 0xD800 && u <= 0xDBFF && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF) {
-      AppendUtf8(out, 0x10000U + ((u - 0xD800U) << 10) + (units[i + 1] - 0xDC00U));
-      ++i;
-    } else if (u >= 0xD800 && u <= 0xDFFF) {
-      AppendUtf8(out, kReplacement);
-    } else {
-      AppendUtf8(out, u);
+  const WCHAR* const p = units.data();
+  const std::size_t size = units.size();
+  // At most three bytes per unit: counting them first keeps the buffer
+  // near its final size (a surrogate pair, four bytes, counts six).
+  const std::size_t bound = size + ExtraUtf8Bytes(p, size);
+  // Three bytes of slack: every character below is written as four.
+  std::string out(bound + 3, '\0');
+  char* o = out.data();
+  std::size_t i = 0;
+  while (i < size) {
+    std::uint32_t u = p[i];
+    if (u < 0x80) {
+#if defined(__SSE2__)
+      // Eight units narrowed at once, kept up to the first non-ASCII one
+      // (the buffer holds at least a byte for each unit still to come).
+      if (size - i >= 8) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+        const __m128i high = _mm_and_si128(v, _mm_set1_epi16(static_cast<short>(0xFF80)));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(o), _mm_packus_epi16(v, v));
+        const unsigned wide = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128()))) ^ 0xFFFFU;
+        const std::size_t ascii = wide == 0 ? 8U : static_cast<std::size_t>(__builtin_ctz(wide)) / 2;
+        o += ascii;
+        i += ascii;
+        continue;
+      }
+#endif
+      while (size - i >= 4 && FourAscii(p + i)) {
+        for (std::size_t k = 0; k < 4; ++k) o[k] = static_cast<char>(p[i + k]);
+        o += 4;
+        i += 4;
+      }
+      if (i == size) break;
+      u = p[i];
     }
+    if (u - 0xD800U < 0x800U) {  // a surrogate: paired, four bytes; alone, U+FFFD
+      if (u <= 0xDBFF && i + 1 < size && p[i + 1] >= 0xDC00 && p[i + 1] <= 0xDFFF) {
+        o = PutUtf8(o, 0x10000U + ((u - 0xD800U) << 10) + (p[i + 1] - 0xDC00U));
+        i += 2;
+      } else {
+        o = PutUtf8(o, kReplacement);
+        ++i;
+      }
+      continue;
+    }
+    // One, two or three bytes, chosen without branches: mixed scripts
+    // switch between them too often for a branch to guess.
+    const std::uint32_t two = u >= 0x80 ? 1U : 0U;
+    const std::uint32_t three = u >= 0x800 ? 1U : 0U;
+    const std::uint32_t last = 0x80U | (u & 0x3FU);
+    const std::uint32_t asTwo = (0xC0U | (u >> 6)) | (last << 8);
+    const std::uint32_t asThree = (0xE0U | (u >> 12)) | ((0x80U | ((u >> 6) & 0x3FU)) << 8) | (last << 16);
+    const std::uint32_t word = three != 0 ? asThree : (two != 0 ? asTwo : u);
+    const unsigned char bytes[4] = {static_cast<unsigned char>(word), static_cast<unsigned char>(word >> 8),
+                                    static_cast<unsigned char>(word >> 16), 0};
+    std::memcpy(o, bytes, 4);
+    o += 1 + two + three;
+    ++i;
   }
+  out.resize(static_cast<std::size_t>(o - out.data()));
   return out;
 }
 

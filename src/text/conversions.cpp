@@ -34,7 +34,7 @@ CString CodePages::MB2Unicode(CStringA text, int codePage) {
 char* CodePages::WideCharToMB(CString text) {
   const std::string bytes = codepage::WideToMultiByte(
       codepage::kUtf8, WStringView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
-  auto buffer = std::make_unique<char[]>(bytes.size() + 1);
+  std::unique_ptr<char[]> buffer(new char[bytes.size() + 1]);  // every byte is written below
   std::memcpy(buffer.get(), bytes.data(), bytes.size());
   buffer[bytes.size()] = '\0';
   return buffer.release();  // the caller releases it with delete[]
@@ -42,7 +42,11 @@ char* CodePages::WideCharToMB(CString text) {
 
 CString CodePages::MB2WideChar(const char* text) {
   if (text == nullptr) return CString();
-  return UpToNul(codepage::MultiByteToWide(codepage::kUtf8, WithTerminator(text)));
+  // UTF-8 gives U+0000 only for a NUL byte, so the terminator's is the one
+  // NUL there is: no need to look for it (on long texts, a second pass).
+  const WString units = codepage::MultiByteToWide(codepage::kUtf8, WithTerminator(text));
+  const std::size_t length = units.empty() ? 0 : units.size() - (units.back() == WCHAR{0} ? 1 : 0);
+  return CString(units.data(), static_cast<int>(length));
 }
 
 namespace {
