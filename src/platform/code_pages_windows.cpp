@@ -37,6 +37,18 @@ std::string WideToMultiByte(UINT codePage, WStringView units) {
   return out;
 }
 
+std::unique_ptr<char[]> WideToUtf8Buffer(WStringView units) {
+  const int length = units.size() > INT_MAX ? 0 : static_cast<int>(units.size());
+  const int needed =
+      length == 0 ? 0 : ::WideCharToMultiByte(CP_UTF8, 0, units.data(), length, nullptr, 0, nullptr, nullptr);
+  std::unique_ptr<char[]> buffer(new char[static_cast<std::size_t>(needed > 0 ? needed : 0) + 1]);
+  const int written =
+      needed > 0 ? ::WideCharToMultiByte(CP_UTF8, 0, units.data(), length, buffer.get(), needed, nullptr, nullptr)
+                 : 0;
+  buffer[static_cast<std::size_t>(written > 0 ? written : 0)] = '\0';
+  return buffer;
+}
+
 }  // namespace codepage
 
 namespace localenames {

@@ -2,6 +2,8 @@
 // too, so that texts stored by the host read the same on every target.
 #include "platform/utf8_codec.h"
 
+#include "text/code_page_conversion.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -202,15 +204,21 @@ WString DecodeUtf8(std::string_view bytes) {
   return out;
 }
 
-std::string EncodeUtf8(WStringView units) {
+namespace {
+
+// At most three bytes per unit: counting them first keeps a buffer near its
+// final size (a surrogate pair, four bytes, counts six). Three bytes of
+// slack follow, as EncodeInto writes every character as four.
+std::size_t EncodedBound(WStringView units) noexcept {
+  return units.size() + ExtraUtf8Bytes(units.data(), units.size()) + 3;
+}
+
+// Encodes units into out, which holds EncodedBound(units) bytes; returns the
+// number of bytes of the text.
+std::size_t EncodeInto(WStringView units, char* const out) noexcept {
   const WCHAR* const p = units.data();
   const std::size_t size = units.size();
-  // At most three bytes per unit: counting them first keeps the buffer
-  // near its final size (a surrogate pair, four bytes, counts six).
-  const std::size_t bound = size + ExtraUtf8Bytes(p, size);
-  // Three bytes of slack: every character below is written as four.
-  std::string out(bound + 3, '\0');
-  char* o = out.data();
+  char* o = out;
   std::size_t i = 0;
   while (i < size) {
     std::uint32_t u = p[i];
@@ -261,8 +269,21 @@ std::string EncodeUtf8(WStringView units) {
     o += 1 + two + three;
     ++i;
   }
-  out.resize(static_cast<std::size_t>(o - out.data()));
+  return static_cast<std::size_t>(o - out);
+}
+
+}  // namespace
+
+std::string EncodeUtf8(WStringView units) {
+  std::string out(EncodedBound(units), '\0');
+  out.resize(EncodeInto(units, out.data()));
   return out;
+}
+
+std::unique_ptr<char[]> WideToUtf8Buffer(WStringView units) {
+  std::unique_ptr<char[]> buffer(new char[EncodedBound(units) + 1]);  // written, not zeroed first
+  buffer[EncodeInto(units, buffer.get())] = '\0';
+  return buffer;
 }
 
 }  // namespace cadtools::codepage

@@ -4,6 +4,7 @@
 
 #include <cadtools/compat/cstring.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 

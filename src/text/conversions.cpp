@@ -32,12 +32,8 @@ CString CodePages::MB2Unicode(CStringA text, int codePage) {
 }
 
 char* CodePages::WideCharToMB(CString text) {
-  const std::string bytes = codepage::WideToMultiByte(
-      codepage::kUtf8, WStringView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
-  std::unique_ptr<char[]> buffer(new char[bytes.size() + 1]);  // every byte is written below
-  std::memcpy(buffer.get(), bytes.data(), bytes.size());
-  buffer[bytes.size()] = '\0';
-  return buffer.release();  // the caller releases it with delete[]
+  const WStringView units(text.GetString(), static_cast<std::size_t>(text.GetLength()));
+  return codepage::WideToUtf8Buffer(units).release();  // the caller releases it with delete[]
 }
 
 CString CodePages::MB2WideChar(const char* text) {
