@@ -11,11 +11,13 @@
 // otherwise than ICU (C0 controls as themselves, C1 controls and
 // private-use characters for bytes without a character). Compared with
 // wine's MultiByteToWideChar over every byte and byte pair of 437, 850,
-// 932, 936, 949, 950, 1250-1253 and 10000, the results are the same.
-// What neither has becomes the code page's default character. Windows'
-// best-fit replacements are reproduced only as far as ICU's fallbacks
-// match them (all of 936, 949 and 950); otherwise such characters become
-// '?' (U+0100 is 'A' in 1252 on Windows, '?' here).
+// 852, 866, 874, 932, 936, 949, 950, 1250-1258 and 10000, the results are
+// the same.
+// What neither has becomes the code page's default character. For the
+// code pages the host's texts use, UTF-16 to bytes is the plain reverse
+// of bytes to UTF-16 plus the pairs in code_page_best_fit.h, taken from
+// Windows itself, so that best-fit replacements (U+0100 is 'A' in 1252)
+// come out as they do there; other code pages use ICU's fallbacks.
 #include <cadtools/text/code_pages.h>
 
 #include <unicode/ucnv.h>
@@ -27,10 +29,12 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/code_page_best_fit.h"
 #include "platform/utf8_codec.h"
 #include "text/code_page_conversion.h"
 
@@ -92,11 +96,6 @@ constexpr std::array<DoubleByteLayout, 4> kDoubleByte{{
     {950, {{{0x81, 0xFE}, {0, 0}}}, u'?'},
 }};
 
-// ICU's fallback mappings (a character narrowed to a near one) are mostly
-// what Windows' best fit gives, but not for these: for 932 they are IBM's
-// variants of CJK ideographs, and Windows has no best fit for 10000.
-constexpr std::array<UINT, 2> kWithoutFallbacks{932, 10000};
-
 // Single bytes that Windows reads otherwise than ICU's tables do: bytes
 // without a character that Windows gives a C1 control or a private-use
 // character, and a few characters it takes from another block.
@@ -106,8 +105,12 @@ struct ByteOverride {
   char16_t unit;
 };
 
-constexpr std::array<ByteOverride, 16> kByteOverrides{{
-    {437, 0xE6, 0x00B5},   {1253, 0xAA, 0xF8F9},  {1253, 0xD2, 0xF8FA}, {1253, 0xFF, 0xF8FB},
+constexpr std::array<ByteOverride, 31> kByteOverrides{{
+    {437, 0xE6, 0x00B5},   {852, 0xAA, 0x00AC},   {1253, 0xAA, 0xF8F9}, {1253, 0xD2, 0xF8FA},
+    {1253, 0xFF, 0xF8FB},  {1255, 0xCA, 0x05BA},  {1255, 0xD9, 0xF88D}, {1255, 0xDA, 0xF88E},
+    {1255, 0xDB, 0xF88F},  {1255, 0xDC, 0xF890},  {1255, 0xDD, 0xF891}, {1255, 0xDE, 0xF892},
+    {1255, 0xDF, 0xF893},  {1255, 0xFB, 0xF894},  {1255, 0xFC, 0xF895}, {1255, 0xFF, 0xF896},
+    {1257, 0xA1, 0xF8FC},  {1257, 0xA5, 0xF8FD},
     {10000, 0xBD, 0x2126}, {932, 0x80, 0x0080},   {932, 0xA0, 0xF8F0},  {932, 0xFD, 0xF8F1},
     {932, 0xFE, 0xF8F2},   {932, 0xFF, 0xF8F3},   {936, 0x80, 0x20AC},  {936, 0xFF, 0xF8F5},
     {949, 0x80, 0x0080},   {949, 0xFF, 0xF8F7},   {950, 0x80, 0x0080},  {950, 0xFF, 0xF8F8},
@@ -204,9 +207,15 @@ class TableCodePage {
       if (m_toUnicode[o.byte] != kUnmapped && m_toUnicode[o.byte] != o.unit) replaced.push_back(m_toUnicode[o.byte]);
       m_toUnicode[o.byte] = o.unit;
     }
-    bool fallbacks = true;
-    for (const UINT cp : kWithoutFallbacks) fallbacks = fallbacks && cp != codePage;
-    ucnv_setFallback(cnv, fallbacks ? 1 : 0);
+    for (const bestfit::CodePagePairs& known : bestfit::kCodePages) {
+      if (known.codePage == codePage) {
+        WriteAsWindows(known.pairs);
+        return;
+      }
+    }
+    // Elsewhere ICU's fallback mappings (a character narrowed to a near
+    // one) stand in for Windows' best fit.
+    ucnv_setFallback(cnv, 1);
     for (unsigned u = 0; u < 0x10000U; ++u) {
       if (u >= 0xD800 && u <= 0xDFFF) continue;
       const std::uint16_t bytes =
@@ -221,6 +230,24 @@ class TableCodePage {
       if (unit == kUnmapped || m_fromUnicode[unit] != kNoBytes) continue;
       m_fromUnicode[unit] = static_cast<std::uint16_t>(i < 0x100U ? i : i - 0x100U);
     }
+  }
+
+  // The bytes Windows writes for each unit: the first single byte or byte
+  // pair that reads as it, except where Windows' own pairs say otherwise
+  // (its best-fit replacements among them).
+  void WriteAsWindows(std::span<const bestfit::Pair> pairs) {
+    const auto note = [this](std::size_t index, unsigned bytes) {
+      const char16_t unit = m_toUnicode[index];
+      if (unit != kUnmapped && m_fromUnicode[unit] == kNoBytes) m_fromUnicode[unit] = static_cast<std::uint16_t>(bytes);
+    };
+    for (unsigned b = 0; b < 0x100U; ++b) {
+      if (!m_lead[b]) note(b, b);
+    }
+    for (unsigned b = 0; b < 0x100U; ++b) {
+      if (!m_lead[b]) continue;
+      for (unsigned t = 1; t < 0x100U; ++t) note(0x100U + (b << 8) + t, (b << 8) | t);
+    }
+    for (const bestfit::Pair& p : pairs) m_fromUnicode[p.unit] = p.bytes;
   }
 
   WString ToWide(std::string_view bytes) const {

@@ -106,6 +106,9 @@ TEST(MB2UnicodeTest, OemMacSymbolAndSystemPages) {
       {437, "\x1A\x1C\x7F\xE6", {0x1A, 0x1C, 0x7F, 0xB5}},
       {10000, "\x80\xA5\xBD", {0xC4, 0x2022, 0x2126}},
       {1253, "\xAA\xC1", {0xF8F9, 0x391}},
+      {852, "\xAA", {0xAC}},
+      {1255, "\xCA\xD9\xFF", {0x5BA, 0xF88D, 0xF896}},  // bytes without a character: private use
+      {1257, "\xA1\xA5", {0xF8FC, 0xF8FD}},
       {2, "\x80\xA5", {0xC4, 0x2022}},  // the Mac code page
       {42, "\x01\x41\xFF", {0x01, 0xF041, 0xF0FF}},
   });
