@@ -129,6 +129,18 @@ TEST(HostStringTest, RegisteredTextsWinAndCanBeCleared) {
 
 // OEM 437 and ANSI 1252, the pair of a western Windows (and the default
 // off Windows).
+// On Windows from the program's string table (host_strings.rc); elsewhere
+// there is no module, so the host registers the same text.
+TEST(HostStringTest, ModuleStringsAreFoundUnlessRegistered) {
+#if !defined(_WIN32)
+  cadtools::SetHostString(4712, W("Segoe UI (from the module)"));
+#endif
+  EXPECT_EQ(cadtools::LoadHostString(4712), CString(W("Segoe UI (from the module)")));
+  cadtools::SetHostString(4712, W("registered"));
+  EXPECT_EQ(cadtools::LoadHostString(4712), CString(W("registered")));
+  cadtools::ClearHostString(4712);
+}
+
 TEST(OemConversionTest, OemBytesShowAsAnsiAndBack) {
   if (cadtools::SystemAnsiCodePage() != 1252 || cadtools::SystemOemCodePage() != 437) {
     GTEST_SKIP() << "needs ANSI 1252 and OEM 437";
