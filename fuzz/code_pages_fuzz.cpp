@@ -1,7 +1,8 @@
 // The code-page conversions and name functions of CTextTools on arbitrary
 // bytes: no crash, hang or undefined behaviour, results no longer than
 // the input allows, and UTF-8 round trips that the host's stored texts
-// rely on.
+// rely on. The UTF-8 codec gives the same with its block loops as with
+// its character loops alone.
 //
 // Input: one byte that picks the code page, then the bytes to convert,
 // which are also read as UTF-16 units (little-endian pairs).
@@ -14,6 +15,8 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+
+#include "platform/utf8_codec.h"
 
 namespace {
 
@@ -84,6 +87,15 @@ void CheckNames(const CString& a, const CString& b) {
   }
 }
 
+void CheckCodecLoops(const std::string& bytes, const cadtools::WString& units) {
+  using cadtools::codepage::Utf8Loops;
+  namespace codepage = cadtools::codepage;
+  Require(codepage::DecodeUtf8(bytes, Utf8Loops::kBlocksWherePossible) ==
+          codepage::DecodeUtf8(bytes, Utf8Loops::kCharactersOnly));
+  Require(codepage::EncodeUtf8(units, Utf8Loops::kBlocksWherePossible) ==
+          codepage::EncodeUtf8(units, Utf8Loops::kCharactersOnly));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -96,6 +108,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (std::size_t i = 1; i + 1 < size; i += 2) {
     units.push_back(static_cast<WCHAR>(data[i] | (data[i + 1] << 8)));
   }
+  CheckCodecLoops(bytes, units);
   const CString wide(units.data(), static_cast<int>(units.size()));
   CheckUnits(wide);
   const int half = wide.GetLength() / 2;

@@ -2,6 +2,7 @@
 // too, so that texts stored by the host read the same on every target.
 #include "platform/utf8_codec.h"
 
+#include "platform/utf8_blocks.h"
 #include "text/code_page_conversion.h"
 
 #include <algorithm>
@@ -118,17 +119,38 @@ char* PutUtf8(char* out, std::uint32_t cp) noexcept {
   return out;
 }
 
+// Where the block loops may first run: at the start, or never.
+std::size_t FirstBlock(Utf8Loops loops) noexcept {
+  return loops == Utf8Loops::kBlocksWherePossible && HaveUtf8Blocks() ? 0 : SIZE_MAX;
+}
+
+// Lets a block loop run from i once the character loop has reached
+// blocksFrom: it moves i and o on, and the character loop then takes the
+// block it stopped at (`stride` elements) before it may run again.
+template <class In, class Out>
+void OfferBlocks(BlockProgress (*blocks)(const In*, std::size_t, Out*) noexcept, std::size_t stride, const In* in,
+                 std::size_t size, std::size_t& i, Out*& o, std::size_t& blocksFrom) noexcept {
+  if (i < blocksFrom) return;
+  const BlockProgress done = blocks(in + i, size - i, o);
+  i += done.read;
+  o += done.written;
+  blocksFrom = i + stride;
+}
+
 }  // namespace
 
-WString DecodeUtf8(std::string_view bytes) {
+WString DecodeUtf8(std::string_view bytes, Utf8Loops loops) {
   // Every byte gives at most one unit: a four-byte sequence gives two.
   WString out(bytes.size(), WCHAR{0});
   WCHAR* o = out.data();
   const auto* const begin = reinterpret_cast<const std::uint8_t*>(bytes.data());
   const std::size_t size = bytes.size();
   const auto at = [begin](std::size_t i) { return begin[i]; };
+  std::size_t blocksFrom = FirstBlock(loops);
   std::size_t i = 0;
   while (i < size) {
+    OfferBlocks(DecodeUtf8Blocks, 16, begin, size, i, o, blocksFrom);
+    if (i == size) break;
     const std::uint8_t b = at(i);
     if (b < 0x80) {
 #if defined(__SSE2__)
@@ -215,12 +237,15 @@ std::size_t EncodedBound(WStringView units) noexcept {
 
 // Encodes units into out, which holds EncodedBound(units) bytes; returns the
 // number of bytes of the text.
-std::size_t EncodeInto(WStringView units, char* const out) noexcept {
+std::size_t EncodeInto(WStringView units, char* const out, Utf8Loops loops) noexcept {
   const WCHAR* const p = units.data();
   const std::size_t size = units.size();
   char* o = out;
+  std::size_t blocksFrom = FirstBlock(loops);
   std::size_t i = 0;
   while (i < size) {
+    OfferBlocks(EncodeUtf8Blocks, 8, p, size, i, o, blocksFrom);
+    if (i == size) break;
     std::uint32_t u = p[i];
     if (u < 0x80) {
 #if defined(__SSE2__)
@@ -274,15 +299,15 @@ std::size_t EncodeInto(WStringView units, char* const out) noexcept {
 
 }  // namespace
 
-std::string EncodeUtf8(WStringView units) {
+std::string EncodeUtf8(WStringView units, Utf8Loops loops) {
   std::string out(EncodedBound(units), '\0');
-  out.resize(EncodeInto(units, out.data()));
+  out.resize(EncodeInto(units, out.data(), loops));
   return out;
 }
 
 std::unique_ptr<char[]> WideToUtf8Buffer(WStringView units) {
   std::unique_ptr<char[]> buffer(new char[EncodedBound(units) + 1]);  // written, not zeroed first
-  buffer[EncodeInto(units, buffer.get())] = '\0';
+  buffer[EncodeInto(units, buffer.get(), Utf8Loops::kBlocksWherePossible)] = '\0';
   return buffer;
 }
 

@@ -10,6 +10,11 @@
 
 namespace cadtools::codepage {
 
+// Which loops convert: the block loops of utf8_blocks.h where the text
+// and the processor allow, or the character loops alone (which tests
+// check on their own too; the results are the same).
+enum class Utf8Loops { kBlocksWherePossible, kCharactersOnly };
+
 // bytes as UTF-16, every byte converted (NULs too). Broken input becomes
 // U+FFFD the way Windows' MultiByteToWideChar frames it:
 // - a byte that cannot start a sequence (80-C1, F5-FF) is one U+FFFD;
@@ -22,8 +27,8 @@ namespace cadtools::codepage {
 //   "\xC3("         -> U+FFFD '('
 //   "\xE0\x80\x80"  -> U+FFFD U+FFFD
 //   "\xE2\x82"      -> U+FFFD
-WString DecodeUtf8(std::string_view bytes);
+WString DecodeUtf8(std::string_view bytes, Utf8Loops loops = Utf8Loops::kBlocksWherePossible);
 // units as UTF-8; a lone surrogate becomes U+FFFD (EF BF BD).
-std::string EncodeUtf8(WStringView units);
+std::string EncodeUtf8(WStringView units, Utf8Loops loops = Utf8Loops::kBlocksWherePossible);
 
 }  // namespace cadtools::codepage
