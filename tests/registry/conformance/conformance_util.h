@@ -88,6 +88,13 @@ inline Listed SubkeyAt(HKEY key, DWORD index) {
   return {result, result == ERROR_SUCCESS ? WStr(name, length) : WStr()};
 }
 
+inline Listed ValueAt(HKEY key, DWORD index) {
+  WCHAR name[300] = {};
+  DWORD length = 300;
+  const LONG result = reg::RegEnumValueW(key, index, name, &length, nullptr, nullptr, nullptr, nullptr);
+  return {result, result == ERROR_SUCCESS ? WStr(name, length) : WStr()};
+}
+
 // A scratch key opened with every right.
 class ScratchRoot {
  public:

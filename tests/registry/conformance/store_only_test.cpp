@@ -2,19 +2,13 @@
 // creation order, the key name limit, no NUL added to strings.
 #include "conformance_util.h"
 
-
 namespace {
 
 using namespace cadtools::testing;
 
 std::vector<WStr> ValueNames(HKEY key) {
   std::vector<WStr> names;
-  for (DWORD i = 0;; ++i) {
-    WCHAR name[16];
-    DWORD length = 16;
-    if (reg::RegEnumValueW(key, i, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
-    names.emplace_back(name, length);
-  }
+  for (Listed v; (v = ValueAt(key, static_cast<DWORD>(names.size()))).result == ERROR_SUCCESS;) names.push_back(v.name);
   return names;
 }
 

@@ -99,13 +99,11 @@ TEST(Values, NamesCompareWithoutCaseAndKeepTheFirstSpelling) {
   ScratchRoot root("value-case");
   ASSERT_EQ(SetBytes(root.get(), W("Val\u00E9"), REG_DWORD, "1234"), ERROR_SUCCESS);
   ASSERT_EQ(SetBytes(root.get(), W("VAL\u00C9"), REG_BINARY, "xy"), ERROR_SUCCESS);  // the same value
-  WCHAR name[8];
-  DWORD length = 8, type = 0;
-  ASSERT_EQ(reg::RegEnumValueW(root.get(), 0, name, &length, nullptr, &type, nullptr, nullptr), ERROR_SUCCESS);
-  EXPECT_EQ(WStr(name, length), W("Val\u00E9"));
-  EXPECT_EQ(type, DWORD{REG_BINARY});
-  length = 8;
-  EXPECT_EQ(reg::RegEnumValueW(root.get(), 1, name, &length, nullptr, nullptr, nullptr, nullptr), ERROR_NO_MORE_ITEMS);
+  EXPECT_EQ(ValueAt(root.get(), 0).name, W("Val\u00E9"));
+  EXPECT_EQ(ValueAt(root.get(), 1).result, ERROR_NO_MORE_ITEMS);
+  const Stored stored = Query(root.get(), W("val\u00C9"));
+  EXPECT_EQ(stored.type, DWORD{REG_BINARY});
+  EXPECT_EQ(stored.bytes, "xy");
   EXPECT_EQ(reg::RegDeleteValueW(root.get(), W("val\u00E9")), ERROR_SUCCESS);
 }
 
@@ -153,15 +151,12 @@ TEST(Access, RightsOfTheHandleDecide) {
     Key key;
     ASSERT_EQ(reg::RegOpenKeyExW(HKEY_CURRENT_USER, root.scratch().path(), 0, c.rights, key.out()), ERROR_SUCCESS);
     const HKEY h = key.get();
-    WCHAR name[8];
-    DWORD length = 8;
     EXPECT_EQ(reg::RegQueryValueExW(h, W("v"), nullptr, nullptr, nullptr, nullptr), c.query);
     EXPECT_EQ(reg::RegQueryValueExW(h, W("w"), nullptr, nullptr, nullptr, nullptr), c.query_missing);
     EXPECT_EQ(SetBytes(h, W("v"), REG_BINARY, "y"), c.set);
     EXPECT_EQ(reg::RegDeleteValueW(h, W("w")), c.erase);
-    EXPECT_EQ(reg::RegEnumValueW(h, 0, name, &length, nullptr, nullptr, nullptr, nullptr), c.values);
-    length = 8;
-    EXPECT_EQ(reg::RegEnumKeyExW(h, 0, name, &length, nullptr, nullptr, nullptr, nullptr), c.subkeys);
+    EXPECT_EQ(ValueAt(h, 0).result, c.values);
+    EXPECT_EQ(SubkeyAt(h, 0).result, c.subkeys);
     // Opening below a key needs no right on it.
     Key below;
     EXPECT_EQ(Open(h, W("sub"), below), ERROR_SUCCESS);

@@ -48,19 +48,11 @@ TEST(RegFileRegistry, ExportImportExportGivesTheSameBytes) {
 TEST(RegFileRegistry, AppliesDeletionsAndReportsMissingKeys) {
   const ScratchKey scratch("reg_file_apply");
   const std::string path = ToUtf8(CString(scratch.path(), static_cast<int>(WStringView(scratch.path()).size())));
-  const std::string file =
-      "Windows Registry Editor Version 5.00\n"
-      "[HKEY_CURRENT_USER\\" +
-      path +
-      "\\A\\Gone]\n\"v\"=dword:1\n"
-      "[HKCU\\" +
-      path +
-      "\\A]\n\"keep\"=\"k\"\n\"drop\"=\"d\"\n"
-      "[HKCU\\" +
-      path +
-      "\\A]\n\"drop\"=-\n\"never there\"=-\n"
-      "[-HKCU\\" +
-      path + "\\A\\Gone]\n[-HKCU\\" + path + "\\Never\\There]\n";
+  const auto key = [&](const char* head, const char* below) { return head + path + below + "]\n"; };
+  const std::string file = "Windows Registry Editor Version 5.00\n" + key("[HKEY_CURRENT_USER\\", "\\A\\Gone") +
+                           "\"v\"=dword:1\n" + key("[HKCU\\", "\\A") + "\"keep\"=\"k\"\n\"drop\"=\"d\"\n" +
+                           key("[HKCU\\", "\\A") + "\"drop\"=-\n\"never there\"=-\n" +
+                           key("[-HKCU\\", "\\A\\Gone") + key("[-HKCU\\", "\\Never\\There");
   const RegParseResult parsed = ParseRegFile(file);
   ASSERT_FALSE(parsed.error) << parsed.error->message;
   const RegTransferResult applied = ApplyRegFile(parsed.keys);
