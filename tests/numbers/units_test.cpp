@@ -71,11 +71,7 @@ TEST(Units, MM2InchRoundFloat) {
     float mm, expected;
   };
   const Case cases[] = {
-      {0.35f, 0.014f},
-      {0.3505f, 0.014f},
-      {0.352f, 0.01386f},
-      {3.175f, 0.125f},
-      {7.0f, 0.27559f},
+      {0.35f, 0.014f}, {0.3505f, 0.014f}, {0.352f, 0.01386f}, {3.175f, 0.125f}, {7.0f, 0.27559f},
       // Keys are held as float, so near the tolerance the float overload
       // differs from the double one, and from double keys (the difference
       // itself is exact in float this close to a key):
