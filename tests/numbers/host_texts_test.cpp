@@ -136,24 +136,16 @@ TEST(HostTexts, RemoveInchMMFromString) {
     const char16_t* expected;
   };
   const Case cases[] = {
-      {u"12.5 mm", 0, u"12.5"},
-      {u"3 mm 4 mm", 0, u"3"},
-      {u"12.5mm", 2, u"12.5"},
-      {u"  7 mm", -1, u"7"},
-      {u"0.5\"", 1, u"0.5"},
-      {u" 0.5 \" x 2\"", 1, u"0.5"},
+      {u"12.5 mm", 0, u"12.5"}, {u"3 mm 4 mm", 0, u"3"},     {u"12.5mm", 2, u"12.5"}, {u"  7 mm", -1, u"7"},
+      {u"0.5\"", 1, u"0.5"},     {u" 0.5 \" x 2\"", 1, u"0.5"},
       {u"\u3000" u"4\u00A0\"", 1, u"4"},  // Trim removes Unicode white space
-      {u"mm", 0, u""},
-      {u"\"", 1, u""},
+      {u"mm", 0, u""},           {u"\"", 1, u""},
       // No marker: nothing is kept (on purpose).
-      {u"12.5", 0, u""},
-      {u"12.5", 1, u""},
-      {u"", 0, u""},
+      {u"12.5", 0, u""},         {u"12.5", 1, u""},         {u"", 0, u""},
       {u"12.5 MM", 0, u""},    // case-sensitive
       {u"12.5 mm", 1, u""},    // unit 1 looks for the inch sign only
       {u"0.5\"", 0, u""},      // any other unit looks for "mm" only
-      {u"0.5 in", 1, u""},
-      {u"1 m m", 0, u""},
+      {u"0.5 in", 1, u""},       {u"1 m m", 0, u""},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(CMathTools::RemoveInchMMFromString(c.text, c.unit), CString(c.expected))
