@@ -6,7 +6,6 @@
 #include <functional>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "compat/compat_test_util.h"
 
@@ -15,21 +14,16 @@
 namespace {
 
 using cadtools::test::ThrowsInvalidArg;
-
-CString Units(std::initializer_list<unsigned> units) {
-  CString s;
-  for (const unsigned u : units) s.AppendChar(static_cast<WCHAR>(u));
-  return s;
-}
+using cadtools::test::Units;
 
 TEST(CStringTest, ConstructionKeepsUnitsAndNuls) {
   EXPECT_TRUE(CString(static_cast<const wchar_t*>(nullptr)).IsEmpty());
   EXPECT_TRUE(CString(static_cast<const char16_t*>(nullptr)).IsEmpty());
-  EXPECT_EQ(CString(L"ab\u00E9"), Units({'a', 'b', 0xE9}));
-  EXPECT_EQ(CString(u"ab\u00E9"), Units({'a', 'b', 0xE9}));
+  EXPECT_EQ(CString(L"ab\u00E9"), Units(u"ab\u00E9"));
+  EXPECT_EQ(CString(u"ab\u00E9"), Units(u"ab\u00E9"));
   // Outside the BMP: a surrogate pair whatever the width of wchar_t.
-  EXPECT_EQ(CString(L"\U0001F600"), Units({0xD83D, 0xDE00}));
-  EXPECT_EQ(CString(L"x\xD800y"), Units({'x', 0xD800, 'y'}));  // a lone surrogate survives
+  EXPECT_EQ(CString(L"\U0001F600"), Units(u"\xD83D\xDE00"));
+  EXPECT_EQ(CString(L"x\xD800y"), Units(u"x\xD800y"));  // a lone surrogate survives
 
   const CString with_nul(W("a\0b"), 3);
   EXPECT_EQ(with_nul.GetLength(), 3);
@@ -45,7 +39,7 @@ TEST(CStringTest, Utf32WideCharsBecomeUtf16) {
   if constexpr (sizeof(wchar_t) == 4) {
     const wchar_t text[] = {static_cast<wchar_t>(0x10FFFF), static_cast<wchar_t>(0x110000),
                             static_cast<wchar_t>(0xDFFF), static_cast<wchar_t>(-1), 0};
-    EXPECT_EQ(CString(text), Units({0xDBFF, 0xDFFF, 0xFFFD, 0xDFFF, 0xFFFD}));
+    EXPECT_EQ(CString(text), Units(u"\xDBFF\xDFFF\uFFFD\xDFFF\uFFFD"));
   }
 }
 
@@ -133,8 +127,7 @@ TEST(CStringTest, EditingReturnsCountsAndLengths) {
 
 TEST(CStringTest, Trim) {
   // Every unit of the white-space set, and a few look-alikes that are not.
-  const CString spaces = Units({0x09, 0x0A, 0x0B, 0x0C, 0x0D, 0x20, 0x85, 0xA0, 0x1680, 0x2000, 0x2005, 0x200A,
-                                0x2028, 0x2029, 0x202F, 0x205F, 0x3000});
+  const CString spaces = Units(u"\t\n\v\f\r \x85\xA0\u1680\u2000\u2005\u200A\u2028\u2029\u202F\u205F\u3000");
   struct Case {
     CString got;
     CString want;
@@ -204,31 +197,31 @@ TEST(CStringTest, Utf8) {
   const Case round_trips[] = {
       {"", W("")},
       {"a\xC3\xA9\xE2\x82\xAC", W("a\u00E9\u20AC")},
-      {"\xF0\x9F\x98\x80", Units({0xD83D, 0xDE00})},
-      {"\xF4\x8F\xBF\xBF", Units({0xDBFF, 0xDFFF})},
+      {"\xF0\x9F\x98\x80", Units(u"\xD83D\xDE00")},
+      {"\xF4\x8F\xBF\xBF", Units(u"\xDBFF\xDFFF")},
   };
   for (const Case& c : round_trips) {
     EXPECT_EQ(cadtools::FromUtf8(c.utf8), c.utf16);
     EXPECT_EQ(cadtools::ToUtf8(c.utf16), c.utf8);
   }
   // Lone surrogates in either order become U+FFFD.
-  EXPECT_EQ(cadtools::ToUtf8(Units({'a', 0xDC00, 0xD800, 'b', 0xD800})), "a\xEF\xBF\xBD\xEF\xBF\xBD" "b\xEF\xBF\xBD");
+  EXPECT_EQ(cadtools::ToUtf8(Units(u"a\xDC00\xD800" u"b\xD800")), "a\xEF\xBF\xBD\xEF\xBF\xBD" "b\xEF\xBF\xBD");
   const Case invalid[] = {
-      {"\x80x", Units({0xFFFD, 'x'})},                    // stray continuation byte
-      {"\xC0\x80", Units({0xFFFD, 0xFFFD})},              // overlong NUL
-      {"\xE0\x9F\x80", Units({0xFFFD, 0xFFFD, 0xFFFD})},  // overlong three-byte form
-      {"\xED\xA0\x80", Units({0xFFFD, 0xFFFD, 0xFFFD})},  // an encoded surrogate
-      {"\xF4\x90\x80\x80", Units({0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD})},  // past U+10FFFF
-      {"\xE2\x82x", Units({0xFFFD, 'x'})},                // cut short: one U+FFFD
-      {"\xF0\x9F\x98", Units({0xFFFD})},                  // cut short at the end
-      {"\xFFz", Units({0xFFFD, 'z'})},
+      {"\x80x", Units(u"\uFFFDx")},                    // stray continuation byte
+      {"\xC0\x80", Units(u"\uFFFD\uFFFD")},              // overlong NUL
+      {"\xE0\x9F\x80", Units(u"\uFFFD\uFFFD\uFFFD")},  // overlong three-byte form
+      {"\xED\xA0\x80", Units(u"\uFFFD\uFFFD\uFFFD")},  // an encoded surrogate
+      {"\xF4\x90\x80\x80", Units(u"\uFFFD\uFFFD\uFFFD\uFFFD")},  // past U+10FFFF
+      {"\xE2\x82x", Units(u"\uFFFDx")},                // cut short: one U+FFFD
+      {"\xF0\x9F\x98", Units(u"\uFFFD")},                  // cut short at the end
+      {"\xFFz", Units(u"\uFFFDz")},
   };
   for (const Case& c : invalid) EXPECT_EQ(cadtools::FromUtf8(c.utf8), c.utf16) << testing::PrintToString(c.utf8);
 }
 
 TEST(CStringTest, PrintToEscapesWhatIsNotText) {
   std::ostringstream os;
-  PrintTo(Units({'a', '"', 0xE9, 0x0A, 0xD800}), &os);
+  PrintTo(Units(u"a\"\u00E9\n\xD800"), &os);
   EXPECT_EQ(os.str(), "L\"a\\\"\xC3\xA9\\u000A\\uD800\"");
 }
 

@@ -51,12 +51,10 @@ TEST(Tolerances, RoundTruncatesTowardZero) {
     LONG expected;
   };
   const Case cases[] = {
-      {0.3, 0},   {2.97, 2},   {-2.97, -2},  {-0.5, 0},
-      {0.99, 0},  {1.0, 1},    {-1.0, -1},   {123456.789, 123456},
-      {2147483647.0, 2147483647},
-      {kNaN, std::numeric_limits<LONG>::min()},
-      {1e10, std::numeric_limits<LONG>::min()},
-      {-1e300, std::numeric_limits<LONG>::min()},
+      {0.3, 0},    {2.97, 2},    {-2.97, -2},          {-0.5, 0},
+      {0.99, 0},   {1.0, 1},     {-1.0, -1},           {123456.789, 123456},
+      {2147483647.0, 2147483647}, {kNaN, std::numeric_limits<LONG>::min()},
+      {1e10, std::numeric_limits<LONG>::min()}, {-1e300, std::numeric_limits<LONG>::min()},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(CMathTools::Round(c.v), c.expected) << c.v;
@@ -68,10 +66,7 @@ TEST(Tolerances, FactorialsWrap) {
     std::uint64_t n, expected;
   };
   const Case cases[] = {
-      {0, 1},
-      {1, 1},
-      {5, 120},
-      {20, 2432902008176640000ULL},
+      {0, 1}, {1, 1}, {5, 120}, {20, 2432902008176640000ULL},
       {21, 14197454024290336768ULL},  // 21! modulo 2^64
       {66, 0},
       {std::numeric_limits<std::uint64_t>::max(), 0},  // returns at once

@@ -17,7 +17,6 @@ TEST(LineWidths, EveryIndexIsZero) {
     EXPECT_EQ(CMathTools::GetLineWidthAsString(index, 1, 0), CString(u"0.00")) << index;
     EXPECT_EQ(CMathTools::GetLineWidthAsString(index, -3, 7), CString(u"0.000")) << index;
   }
-  EXPECT_EQ(CMathTools::GetLineWidthAsString(5, 1, 1), CString(u"0.000"));
 }
 
 }  // namespace

@@ -54,12 +54,8 @@ TEST(Units, MM2InchRound) {
   const Case cases[] = {
       {0.3505, 0.014},   // within tolerance of 0.35
       {0.352, 0.01386},  // no key: 0.352 / 25.4 to five decimals
-      {3.175, 0.125},
-      {2.0, 0.08},
       {7.0, 0.27559},  // no key
-      {0.0, 0.0},
-      {25.4, 1.0},
-      {254.0, 10.0},
+      {0.0, 0.0}, {25.4, 1.0}, {254.0, 10.0},
       {0.349, 0.01374},  // 0.35 - 0.349 is not below 0.001 in double
       {0.351, 0.01382},
       {-0.35, -0.01378},  // keys are positive
@@ -75,11 +71,7 @@ TEST(Units, MM2InchRoundFloat) {
     float mm, expected;
   };
   const Case cases[] = {
-      {0.35f, 0.014f},
-      {0.3505f, 0.014f},
-      {0.352f, 0.01386f},
-      {3.175f, 0.125f},
-      {7.0f, 0.27559f},
+      {0.35f, 0.014f}, {0.3505f, 0.014f}, {0.352f, 0.01386f}, {3.175f, 0.125f}, {7.0f, 0.27559f},
       // Keys are held as float, so near the tolerance the float overload
       // differs from the double one, and from double keys (the difference
       // itself is exact in float this close to a key):
@@ -92,36 +84,22 @@ TEST(Units, MM2InchRoundFloat) {
 }
 
 TEST(Units, Inch2MMRoundSnapsInTheHostsOrder) {
+  // Every inch key but 0.003 and 0.125 gives its millimetres back.
+  for (const Pair& p : kTable) {
+    if (p.inch == 0.003 || p.inch == 0.125) continue;
+    EXPECT_EQ(CMathTools::Inch2MMRound(p.inch), p.mm) << p.inch;
+  }
   struct Case {
     double inch, expected;
   };
   const Case cases[] = {
-      {0.03, 0.08},    // the 0.03 key: 0.08 mm, not 0.76
-      {0.0305, 0.08},
-      {0.0295, 0.08},
+      {0.03, 0.08},  // the 0.03 key: 0.08 mm, not 0.76
+      {0.0305, 0.08}, {0.0295, 0.08},
       {0.003, 0.08},   // no key: 0.0762 rounded
       {0.0031, 0.08},  // no key: 0.07874 rounded
-      {0.007, 0.18},
-      {0.01, 0.25},
-      {0.014, 0.35},
-      {0.02, 0.5},
-      {0.028, 0.7},
-      {0.04, 1.0},
-      {0.05, 1.25},
-      {0.06, 1.5},
-      {0.08, 2.0},
-      {0.1, 2.5},
-      {0.12, 3.0},
       {0.125, 3.17},   // 3.175 lies just below in binary
-      {0.14, 3.5},
-      {0.16, 4.0},
-      {0.18, 4.5},
-      {0.2, 5.0},
-      {0.25, 6.35},
-      {0.4, 10.0},
       {1.0, 25.4},     // no key
-      {0.5, 12.7},
-      {0.0, 0.0},
+      {0.5, 12.7},     {0.0, 0.0},
       {0.012, 0.3},    // no key: 0.3048 rounded
       {-0.25, -6.35},  // no key: -6.35
   };
@@ -171,24 +149,12 @@ TEST(Units, RoundDoubleKeepsTheHostsAsymmetry) {
     double expected;
   };
   const Case cases[] = {
-      {0.7, 0, -1.0},   // ip is 0, not > 0: down
-      {0.5, 0, -1.0},
-      {0.05, 1, -0.1},
-      {0.4, 0, 0.0},
-      {-0.5, 0, -1.0},
-      {-2.5, 0, -3.0},
-      {2.5, 0, 3.0},
-      {1.5, 0, 2.0},
-      {1.26, 1, 1.3},
-      {1.25, 1, 1.3},
-      {1.24, 1, 1.2},
-      {-1.26, 1, -1.3},
-      {0.123456, 3, 0.123},
-      {0.9996, 3, 1.0},
+      {0.7, 0, -1.0},  // ip is 0, not > 0: down
+      {0.5, 0, -1.0},      {0.05, 1, -0.1},     {0.4, 0, 0.0},       {-0.5, 0, -1.0},  {-2.5, 0, -3.0},
+      {2.5, 0, 3.0},       {1.5, 0, 2.0},       {1.26, 1, 1.3},      {1.25, 1, 1.3},   {1.24, 1, 1.2},
+      {-1.26, 1, -1.3},    {0.123456, 3, 0.123}, {0.9996, 3, 1.0},
       {0.0006, 3, -0.001},  // x = 0.6: ip 0: down
-      {123.0, 2, 123.0},
-      {0.0, 5, 0.0},
-      {1.5, 308, 1.5},
+      {123.0, 2, 123.0},   {0.0, 5, 0.0},       {1.5, 308, 1.5},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(CMathTools::RoundDouble(c.value, c.decimals), c.expected) << c.value << ", " << c.decimals;

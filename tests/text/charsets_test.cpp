@@ -35,9 +35,8 @@ TEST(GetCharsetTest, NamesGiveNumbersWholeTrimmedAndIgnoringCase) {
     const WCHAR* name;
     int charset;
   } cases[] = {
-      {W(" cyrillic "), 204},     {W("\tCHINESE(gb2312)\n"), 134}, {W("Chinese"), 136},
-      {W("Hangul"), 129},         {W("hangul(johab)"), 130},       {W("OEM"), 255},
-      {W("Central European"), 238}, {W("Vietnamese"), 163},       {W("Western"), 0},
+      // Exact names come back through the next test's round trip.
+      {W(" cyrillic "), 204},     {W("\tCHINESE(gb2312)\n"), 134}, {W("Hangul"), 129}, {W("hangul(johab)"), 130},
       {W("Klingon"), 1},          {W(""), 1},                       {W("Chin"), 1},
       {W("Central  European"), 1}, {W("77"), 1},                    {W("Chinese(GB2312"), 1},
   };
