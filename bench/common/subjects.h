@@ -24,6 +24,10 @@ void RegisterConversionPairs(PairRegistry& registry);
 // registry API called directly (on Windows).
 void RegisterRegistryPairs(PairRegistry& registry);
 
+// Bridge: calls and strings through the runtime seam beside Mono's
+// embedding API called directly.
+void RegisterBridgePairs(PairRegistry& registry);
+
 // Every subject this platform's binary has: all of them off Windows, the
 // registry alone in the Windows build (its peers need Boost and ICU).
 void RegisterSubjects(PairRegistry& registry);

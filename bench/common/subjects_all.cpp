@@ -10,6 +10,7 @@ void RegisterSubjects(PairRegistry& registry) {
   RegisterTextLikePairs(registry);
   RegisterConversionPairs(registry);
   RegisterRegistryPairs(registry);
+  RegisterBridgePairs(registry);
 }
 
 }  // namespace bench

@@ -1,0 +1,86 @@
+// Shared by the bridge tests: the runtime with the stand-ins loaded, or a
+// skip that says why there is none.
+#pragma once
+
+#include <cadtools/bridge/managed_exception.h>
+#include <cadtools/bridge/runtime.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+// A UTF-16 literal on every target.
+#define W(s) CADTOOLS_WIDE(s)
+
+namespace cadtools::bridge::testing {
+
+// Path of an assembly built for the tests.
+inline CString TestAssembly(const char* file) {
+  const std::string path = std::string(CADTOOLS_TEST_ASSEMBLY_DIR) + "/" + file;
+  CString out;
+  for (const char c : path) out += static_cast<WCHAR>(static_cast<unsigned char>(c));
+  return out;
+}
+
+// Starts the runtime and loads the test assemblies once; false, with the
+// reason, when no runtime can start.
+inline bool RuntimeReady(std::string* why) {
+  static const std::string failure = [] {
+    CString reason;
+    if (!Runtime::Available(&reason)) {
+      std::string text;
+      for (const WCHAR c : reason.View()) text += c < 0x80 ? static_cast<char>(c) : '?';
+      return "no managed runtime: " + text;
+    }
+    Runtime& rt = Runtime::Get();
+    for (const char* file : {"CadTools.StandIns.dll", "OrvDatabaseControls.dll", "BridgeProbe.dll"}) {
+      rt.LoadAssembly(TestAssembly(file).View());
+    }
+    return std::string();
+  }();
+  *why = failure;
+  return failure.empty();
+}
+
+// A test fixture whose tests skip, saying why, when no runtime runs.
+class RuntimeTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string why;
+    if (!RuntimeReady(&why)) GTEST_SKIP() << why;
+  }
+  Runtime& rt() { return Runtime::Get(); }
+};
+
+// Runs f, which should throw CManagedException*; returns its type name and
+// message, or "(nothing thrown)".
+template <class F>
+std::pair<CString, CString> ManagedFailure(F&& f) {
+  try {
+    f();
+  } catch (CManagedException* e) {
+    std::pair<CString, CString> what(e->TypeName(), e->Text());
+    e->Delete();
+    return what;
+  }
+  return {CString(W("(nothing thrown)")), CString()};
+}
+
+// The stand-ins' call log, and a fresh start for it.
+inline std::vector<CString> CallLog() {
+  std::vector<CString> lines;
+  for (const Value& v : Runtime::Get().CallStatic(W("CadTools.StandIns.Script"), W("Log")).AsObject().Items()) {
+    lines.push_back(v.AsString());
+  }
+  return lines;
+}
+inline void ResetScript() { Runtime::Get().CallStatic(W("CadTools.StandIns.Script"), W("Reset")); }
+inline void ScriptReturns(const WCHAR* member, Arg value) {
+  Runtime::Get().CallStatic(W("CadTools.StandIns.Script"), W("Returns"), {member, value});
+}
+inline void ScriptThrows(const WCHAR* member, const WCHAR* type, const WCHAR* message) {
+  Runtime::Get().CallStatic(W("CadTools.StandIns.Script"), W("Throws"), {member, type, message});
+}
+
+}  // namespace cadtools::bridge::testing
