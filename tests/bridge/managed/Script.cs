@@ -6,7 +6,7 @@
 //   Script.Returns("OrvEquipmentBrowserDialog.ShowDialog", 1);   // DialogResult.OK
 //   Script.Throws("OrvEquipmentEditorDialog.Initialize", "System.IO.IOException", "no database");
 //   ... drive the facade ...
-//   Script.Log();   // ["OrvEquipmentBrowserDialog#1..ctor(\"de-DE\")", "OrvEquipmentBrowserDialog#1.SetDbPath(\"C:\\Db\")", ...]
+//   Script.Log();   // ["OrvEquipmentBrowserDialog#1.new(\"de-DE\")", "OrvEquipmentBrowserDialog#1.SetDbPath(\"C:\\Db\")", ...]
 using System;
 using System.Collections.Generic;
 using System.Globalization;
@@ -81,7 +81,7 @@ public abstract class StandIn : IDisposable {
   protected StandIn(params object[] args) {
     className = GetType().Name;
     instance = Script.NewInstance(className);
-    Record(".ctor", null, args);
+    Record("new", null, args);
   }
 
   protected object Record(string member, object fallback, params object[] args) {
