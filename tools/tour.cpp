@@ -175,6 +175,7 @@ void PrintTour(std::ostream& out) {
   TextTour(t);
   SettingsTour(t);
   CodePagesTour(t);
+  BridgeTour(t);
   out << "\nAsk your own: cadtools geom --help (add --svg FILE for a picture), and\n"
          "cadtools natsort, like, nextname, units, settings, placement, convert, charset\n"
          "and font, each with --help.\n";

@@ -27,6 +27,9 @@ class Tour {
     out_ << line << '\n';
   }
 
+  // A line of detail below a step.
+  void Detail(std::string_view text) { out_ << "      " << text << '\n'; }
+
  private:
   std::ostream& out_;
 };
@@ -42,6 +45,8 @@ void NumbersTour(Tour& t);
 void TextTour(Tour& t);
 void SettingsTour(Tour& t);
 void CodePagesTour(Tour& t);
+// Strings and calls through the managed bridge, where a runtime runs.
+void BridgeTour(Tour& t);
 // Where the default font face comes from; run inside the settings tour's
 // own store or key, which holds "Arial" as the face by then.
 void DefaultFontWalk(Tour& t);

@@ -44,5 +44,15 @@
 #include <cadtools/dialog/button_st.h>
 #include <cadtools/dialog/base_dialog.h>
 
+// The managed bridge.
+#include <cadtools/dialog/wait_cursor.h>
+#include <cadtools/bridge/runtime.h>
+#include <cadtools/bridge/managed_exception.h>
+#include <cadtools/bridge/gcroot.h>
+#include <cadtools/bridge/dotnet_utils.h>
+#include <cadtools/bridge/host_types.h>
+#include <cadtools/bridge/type_explorer.h>
+#include <cadtools/bridge/type_editor.h>
+
 // Library version.
 #include <cadtools/version.h>

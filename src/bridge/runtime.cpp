@@ -14,11 +14,11 @@ namespace {
 
 std::int32_t Size(WStringView s) noexcept { return static_cast<std::int32_t>(s.size()); }
 
-Value Static(WStringView type, std::int32_t how, WStringView name, Args args) {
+Value Static(WStringView type, std::int32_t how, WStringView name, Args args, std::int32_t flags = 0) {
   const std::int32_t id = detail::FindTypeId(type);
   const SeamArgs seam(args);
   const std::int32_t member = detail::FindMember(id, how, name, seam);
-  Result r;
+  Result r(flags);
   Table().invoke(member, 0, seam.data(), seam.size(), r.get());
   r.Check();
   return r.Take();
@@ -43,7 +43,8 @@ void Runtime::LoadAssembly(WStringView path) {
 std::int32_t Runtime::FindType(WStringView name) { return detail::FindTypeId(name); }
 
 Object Runtime::Create(WStringView type, Args args) {
-  return Static(type, detail::kConstructor, {}, args).AsObject();
+  // A new string is an object too.
+  return Static(type, detail::kConstructor, {}, args, detail::kStringAsObject).AsObject();
 }
 
 Value Runtime::CallStatic(WStringView type, WStringView method, Args args) {

@@ -7,6 +7,7 @@
 #include "bridge/seam.h"
 
 #include <windows.h>
+#include <unknwn.h>
 
 #include <cstdint>
 #include <cwchar>
@@ -17,7 +18,10 @@ namespace cadtools::bridge::detail {
 namespace {
 
 // The hosting interfaces this needs, in their vtable order. mingw-w64 has
-// no metahost.h, so they are declared here.
+// no metahost.h, so they are declared here. COM objects are released, never
+// deleted, so IUnknown has no virtual destructor.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 struct ICLRRuntimeInfo : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetVersionString(LPWSTR, DWORD*) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetRuntimeDirectory(LPWSTR, DWORD*) = 0;
@@ -43,6 +47,8 @@ struct ICLRRuntimeHost : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE ExecuteApplication(LPCWSTR, DWORD, LPCWSTR*, DWORD, LPCWSTR*, int*) = 0;
   virtual HRESULT STDMETHODCALLTYPE ExecuteInDefaultAppDomain(LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, DWORD*) = 0;
 };
+
+#pragma GCC diagnostic pop
 
 constexpr GUID kClsidMetaHost = {0x9280188d, 0x0e8e, 0x4867, {0xb3, 0x0c, 0x7f, 0xa8, 0x38, 0x84, 0xe8, 0xde}};
 constexpr GUID kIidMetaHost = {0xd332db9e, 0xb9b3, 0x4125, {0x82, 0x07, 0xa1, 0x48, 0x84, 0xf5, 0x32, 0x16}};

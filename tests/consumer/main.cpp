@@ -31,6 +31,17 @@ int main() {
     check(dynamic_cast<CInvalidArgException*>(e) != nullptr, "out-of-range index throws CInvalidArgException");
     e->Delete();
   }
+  // The bridge finds its managed assembly in the installed tree, relative to
+  // the library, whatever the working directory.
+  CString why;
+  if (cadtools::bridge::Runtime::Available(&why)) {
+    const CString text(CADTOOLS_WIDE("Klemme \u00C4 \U0001F600"));
+    check(CDotNetUtils::DotNetString2CString(CDotNetUtils::CString2DotNetString(text)) == text,
+          "a string crosses into the managed runtime and back");
+  } else {
+    std::printf("FAIL the managed runtime did not start: %s\n", cadtools::ToUtf8(why).c_str());
+    ++failures;
+  }
   std::printf("%s\n", failures == 0 ? "consumer: all checks passed" : "consumer: checks failed");
   return failures == 0 ? 0 : 1;
 }
