@@ -5,20 +5,15 @@
 
 namespace cadtools::bridge::detail {
 
-std::int64_t NewGcHandle(std::int64_t target) { return Runtime::Get().NewHandle(target); }
+std::int64_t NewGcHandle(const Object& target) { return Runtime::Get().NewGcHandle(target); }
 
-void RetargetGcHandle(std::int64_t handle, std::int64_t target) { Runtime::Get().Retarget(handle, target); }
+void RetargetGcHandle(std::int64_t handle, const Object& target) { Runtime::Get().RetargetGcHandle(handle, target); }
 
 void FreeGcHandle(std::int64_t handle) noexcept {
   // A gcroot exists only once the runtime runs, so this cannot throw.
-  if (handle != 0) Runtime::Get().FreeHandle(handle);
+  if (handle != 0) Runtime::Get().FreeGcHandle(handle);
 }
 
-Object GcHandleTarget(std::int64_t handle) {
-  Runtime& rt = Runtime::Get();
-  const std::int32_t type = rt.TypeOf(handle);
-  if (type == 0) return Object();
-  return Object::Adopt({rt.NewHandle(handle), type});
-}
+Object GcHandleTarget(std::int64_t handle) { return Runtime::Get().GcHandleTarget(handle); }
 
 }  // namespace cadtools::bridge::detail

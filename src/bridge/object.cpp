@@ -33,16 +33,20 @@ Value Invoke(std::int32_t member, std::int64_t target, const SeamArgs& args, std
 Value ByName(const Object& target, std::int32_t how, WStringView name, Args args, std::int32_t flags = 0) {
   if (target.IsNull()) ThrowNullReference();
   const SeamArgs seam(args);
-  return Invoke(detail::FindMember(target.TypeId(), how, name, seam), target.Handle(), seam, flags);
+  return Invoke(detail::FindMember(target.TypeId(), how, name, seam), target.Id(), seam, flags);
 }
 
 }  // namespace
 
-Object::Object(const Object& other) : info_{0, other.info_.type} {
-  if (other.info_.handle != 0) info_.handle = Runtime::Get().NewHandle(other.info_.handle);
+Object::Object(const Object& other) {
+  if (other.IsNull()) return;
+  Result r;
+  Table().copy(other.ref_.id, r.get());
+  r.Check();
+  ref_ = {r.get()->pointer, other.ref_.type};
 }
 
-Object::Object(Object&& other) noexcept : info_(std::exchange(other.info_, HandleInfo{})) {}
+Object::Object(Object&& other) noexcept : ref_(std::exchange(other.ref_, ObjectRef{})) {}
 
 Object& Object::operator=(const Object& other) {
   if (this != &other) *this = Object(other);
@@ -52,7 +56,7 @@ Object& Object::operator=(const Object& other) {
 Object& Object::operator=(Object&& other) noexcept {
   if (this != &other) {
     Release();
-    info_ = std::exchange(other.info_, HandleInfo{});
+    ref_ = std::exchange(other.ref_, ObjectRef{});
   }
   return *this;
 }
@@ -60,15 +64,15 @@ Object& Object::operator=(Object&& other) noexcept {
 Object::~Object() { Release(); }
 
 void Object::Release() noexcept {
-  if (info_.handle != 0) Runtime::Get().FreeHandle(info_.handle);
-  info_ = HandleInfo{};
+  detail::Release(ref_.id);
+  ref_ = ObjectRef{};
 }
 
-Object Object::Adopt(HandleInfo info) noexcept { return Object(info); }
+Object Object::Adopt(ObjectRef ref) noexcept { return Object(ref); }
 
 CString Object::TypeName() const {
   if (IsNull()) ThrowNullReference();
-  return Runtime::Get().TypeName(info_.type);
+  return Runtime::Get().TypeName(ref_.type);
 }
 
 Value Object::Call(WStringView method, Args args) const { return ByName(*this, detail::kMethod, method, args); }
@@ -87,18 +91,18 @@ void Object::SetIndexed(WStringView property, Args indexThenValue) const {
 
 Method Object::Resolve(WStringView method, Args samples) const {
   if (IsNull()) ThrowNullReference();
-  return Method(detail::FindMember(info_.type, detail::kMethod, method, SeamArgs(samples)));
+  return Method(detail::FindMember(ref_.type, detail::kMethod, method, SeamArgs(samples)));
 }
 
 std::vector<Value> Object::Items() const {
   if (IsNull()) ThrowNullReference();
   Result r;
-  Table().items(info_.handle, r.get());
+  Table().items(ref_.id, r.get());
   return r.TakeItems();
 }
 
 Value Method::Invoke(const Object& target, Args args) const {
-  return bridge::Invoke(id_, target.Handle(), SeamArgs(args));
+  return bridge::Invoke(id_, target.Id(), SeamArgs(args));
 }
 
 Value Method::Invoke(Args args) const { return bridge::Invoke(id_, 0, SeamArgs(args)); }

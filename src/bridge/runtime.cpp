@@ -68,7 +68,7 @@ Method Runtime::ResolveConstructor(WStringView type, Args samples) {
 }
 
 Object Runtime::NewString(WStringView text) {
-  Result r(detail::kStringAsObject);
+  Result r;
   Table().new_string(text.data(), Size(text), r.get());
   r.Check();
   return r.Take().AsObject();
@@ -76,7 +76,7 @@ Object Runtime::NewString(WStringView text) {
 
 CString Runtime::ReadString(const Object& s, bool zeroTerminated) {
   Result r;
-  Table().read_string(s.Handle(), zeroTerminated ? 1 : 0, r.get());
+  Table().read_string(s.Id(), zeroTerminated ? 1 : 0, r.get());
   r.Check();
   Value v = r.Take();
   return v.IsNull() ? CString() : v.AsString();
@@ -89,30 +89,31 @@ CString Runtime::TypeName(std::int32_t typeId) {
   return r.Take().AsString();
 }
 
-std::int64_t Runtime::NewHandle(std::int64_t targetHandle) {
+std::int64_t Runtime::NewGcHandle(const Object& target) {
   Result r;
-  Table().new_handle(targetHandle, r.get());
+  Table().new_gc_handle(target.Id(), r.get());
   r.Check();
-  return r.get()->pointer;
+  return r.Number();
 }
 
-void Runtime::Retarget(std::int64_t handle, std::int64_t targetHandle) {
+void Runtime::RetargetGcHandle(std::int64_t handle, const Object& target) {
   Result r;
-  Table().retarget(handle, targetHandle, r.get());
+  Table().retarget_gc_handle(handle, target.Id(), r.get());
   r.Check();
 }
 
-void Runtime::FreeHandle(std::int64_t handle) noexcept {
+void Runtime::FreeGcHandle(std::int64_t handle) noexcept {
   // Freeing cannot fail for a handle this side made; there is nothing to
   // report to from a destructor.
   Result r;
-  Table().free_handle(handle, r.get());
+  Table().free_gc_handle(handle, r.get());
 }
 
-std::int32_t Runtime::TypeOf(std::int64_t handle) {
+Object Runtime::GcHandleTarget(std::int64_t handle) {
   Result r;
-  Table().type_of(handle, r.get());
-  return r.Int();
+  Table().gc_handle_target(handle, r.get());
+  r.Check();
+  return r.Take().AsObject();
 }
 
 void Runtime::Collect() {

@@ -33,7 +33,7 @@ Arg::Arg(const WCHAR* s) noexcept {
 Arg::Arg(const Object& o) noexcept {
   if (o.IsNull()) return;
   kind_ = Kind::kObject;
-  pointer_ = o.Handle();
+  pointer_ = o.Id();
   type_ = o.TypeId();
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <thread>
+#include <vector>
 
 namespace cadtools::bridge::testing {
 namespace {
@@ -78,6 +79,25 @@ TEST_F(Strings, GcrootHandleRules) {
   }
   EXPECT_FALSE(IsAlive(weak)) << "once the gcroot is gone, the object is collected";
   { gcroot<System::String> unused; }  // constructed and destroyed without assignment
+}
+
+TEST_F(Strings, ObjectsAreLetGoWhenTheLastCopyGoes) {
+  // More than the bridge queues before it frees at once.
+  std::vector<Object> weak;
+  {
+    std::vector<Object> held;
+    for (int i = 0; i < 300; ++i) {
+      held.push_back(rt().CallStatic(W("BridgeProbe.Lifetime"), W("Fresh")).AsObject());
+      weak.push_back(rt().CallStatic(W("BridgeProbe.Lifetime"), W("Watch"), {held.back()}).AsObject());
+    }
+    const Object copy = held.front();
+    held.clear();
+    EXPECT_TRUE(IsAlive(weak.front())) << "a copy keeps its object";
+    EXPECT_FALSE(IsAlive(weak.back()));
+  }
+  int alive = 0;
+  for (const Object& w : weak) alive += IsAlive(w) ? 1 : 0;
+  EXPECT_EQ(alive, 0);
 }
 
 }  // namespace

@@ -36,10 +36,9 @@ class Ref : public Object {
 
 namespace detail {
 // The runtime's handle operations, for gcroot.
-CADTOOLS_API std::int64_t NewGcHandle(std::int64_t target);
-CADTOOLS_API void RetargetGcHandle(std::int64_t handle, std::int64_t target);
+CADTOOLS_API std::int64_t NewGcHandle(const Object& target);
+CADTOOLS_API void RetargetGcHandle(std::int64_t handle, const Object& target);
 CADTOOLS_API void FreeGcHandle(std::int64_t handle) noexcept;
-// A reference of its own to a handle's current target.
 CADTOOLS_API Object GcHandleTarget(std::int64_t handle);
 }  // namespace detail
 
@@ -70,22 +69,25 @@ class gcroot {
     cadtools::bridge::Ref<T> ref_;
   };
 
-  gcroot() : handle_(ToWord(cadtools::bridge::detail::NewGcHandle(0))) {}
+  gcroot() : handle_(ToWord(cadtools::bridge::detail::NewGcHandle(cadtools::bridge::Object()))) {}
   gcroot(const cadtools::bridge::Ref<T>& target)  // NOLINT: implicit as in C++/CLI
-      : handle_(ToWord(cadtools::bridge::detail::NewGcHandle(target.Handle()))) {}
+      : handle_(ToWord(cadtools::bridge::detail::NewGcHandle(target))) {}
   // A handle of its own to the same target.
-  gcroot(const gcroot& other) : handle_(ToWord(cadtools::bridge::detail::NewGcHandle(other.Word()))) {}
+  gcroot(const gcroot& other)
+      : handle_(ToWord(cadtools::bridge::detail::NewGcHandle(cadtools::bridge::detail::GcHandleTarget(other.Word())))) {}
   ~gcroot() {
     cadtools::bridge::detail::FreeGcHandle(Word());
     handle_ = 0;
   }
 
   gcroot& operator=(const cadtools::bridge::Ref<T>& target) {
-    cadtools::bridge::detail::RetargetGcHandle(Word(), target.Handle());
+    cadtools::bridge::detail::RetargetGcHandle(Word(), target);
     return *this;
   }
   gcroot& operator=(const gcroot& other) {
-    if (this != &other) cadtools::bridge::detail::RetargetGcHandle(Word(), other.Word());
+    if (this != &other) {
+      cadtools::bridge::detail::RetargetGcHandle(Word(), cadtools::bridge::detail::GcHandleTarget(other.Word()));
+    }
     return *this;
   }
 

@@ -59,9 +59,11 @@ enum class Kind : std::int32_t {
   kNull = 0, kBool = 1, kInt = 2, kEnum = 3, kString = 4, kObject = 5, kDouble = 7, kLong = 8
 };
 
-// A GC handle's integer value, and the runtime's id for its target's type.
-struct HandleInfo {
-  std::int64_t handle = 0;
+// A reference the bridge keeps for native code (an entry of its table of
+// managed references, 0 for null), and the runtime's id for the object's
+// type.
+struct ObjectRef {
+  std::int64_t id = 0;
   std::int32_t type = 0;
 };
 
@@ -93,7 +95,7 @@ class CADTOOLS_API Arg {
   Kind kind() const noexcept { return kind_; }
   // Booleans, integers and enums: the value; a double: its bits.
   std::int64_t number() const noexcept { return number_; }
-  // Strings: the address of the units; objects: the GC handle.
+  // Strings: the address of the units; objects: the reference's id.
   std::int64_t pointer() const noexcept { return pointer_; }
   // Strings: the number of units.
   std::int32_t length() const noexcept { return length_; }
@@ -128,9 +130,8 @@ class Args {
   std::size_t size_ = 0;
 };
 
-// A strong reference to a managed object: a normal GC handle, freed when
-// the last copy goes. Copies share nothing but the target: each holds a
-// handle of its own.
+// A strong reference to a managed object, let go of when the Object goes.
+// Copies share nothing but the target: each holds a reference of its own.
 class CADTOOLS_API Object {
  public:
   Object() noexcept = default;
@@ -140,13 +141,13 @@ class CADTOOLS_API Object {
   Object& operator=(Object&& other) noexcept;
   ~Object();
 
-  // Takes over a handle (from a result, or made by the caller).
-  static Object Adopt(HandleInfo info) noexcept;
+  // Takes over a reference the bridge made.
+  static Object Adopt(ObjectRef ref) noexcept;
 
-  explicit operator bool() const noexcept { return info_.handle != 0; }
-  bool IsNull() const noexcept { return info_.handle == 0; }
-  std::int64_t Handle() const noexcept { return info_.handle; }
-  std::int32_t TypeId() const noexcept { return info_.type; }
+  explicit operator bool() const noexcept { return ref_.id != 0; }
+  bool IsNull() const noexcept { return ref_.id == 0; }
+  std::int64_t Id() const noexcept { return ref_.id; }
+  std::int32_t TypeId() const noexcept { return ref_.type; }
   // The full name of the object's type ("System.String").
   CString TypeName() const;
 
@@ -164,10 +165,10 @@ class CADTOOLS_API Object {
   std::vector<Value> Items() const;
 
  private:
-  explicit Object(HandleInfo info) noexcept : info_(info) {}
+  explicit Object(ObjectRef ref) noexcept : ref_(ref) {}
   void Release() noexcept;
 
-  HandleInfo info_;
+  ObjectRef ref_;
 };
 
 // A result.
@@ -245,13 +246,13 @@ class CADTOOLS_API Runtime {
   CString ReadString(const Object& s, bool zeroTerminated = false);
   CString TypeName(std::int32_t typeId);
 
-  // GC handles as the framework's gcroot keeps them: a normal handle, its
-  // target replaced in place, freed explicitly.
-  std::int64_t NewHandle(std::int64_t targetHandle = 0);
-  void Retarget(std::int64_t handle, std::int64_t targetHandle);
-  void FreeHandle(std::int64_t handle) noexcept;
-  // The type of a handle's target (0 for null).
-  std::int32_t TypeOf(std::int64_t handle);
+  // GC handles as the framework's gcroot keeps them: a normal handle to an
+  // object (or to none), pointed elsewhere in place, freed explicitly.
+  std::int64_t NewGcHandle(const Object& target);
+  void RetargetGcHandle(std::int64_t handle, const Object& target);
+  void FreeGcHandle(std::int64_t handle) noexcept;
+  // A reference of its own to the object a GC handle points at.
+  Object GcHandleTarget(std::int64_t handle);
 
   // A full collection, finalisers included (for lifetime tests).
   void Collect();

@@ -16,7 +16,7 @@ namespace CadTools.Bridge {
 public static unsafe class Seam {
   // The number of slots in the table, the first of which holds this number;
   // it changes whenever the table does.
-  const int TableSlots = 17;
+  const int TableSlots = 20;
 
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
   delegate void TextEntry(char* text, int length, Value* result);
@@ -25,9 +25,9 @@ public static unsafe class Seam {
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
   delegate void InvokeEntry(int member, long target, Value* args, int argc, Value* result);
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
-  delegate void HandleEntry(long handle, Value* result);
+  delegate void IdEntry(long id, Value* result);
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
-  delegate void HandleFlagEntry(long handle, int flag, Value* result);
+  delegate void IdFlagEntry(long id, int flag, Value* result);
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
   delegate void TypeEntry(int type, Value* result);
   [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
@@ -47,9 +47,10 @@ public static unsafe class Seam {
   public static int BootstrapAt(long tableAddress) {
     IntPtr* table = (IntPtr*)new IntPtr(tableAddress);
     if (table[0].ToInt64() != TableSlots) return 1;
-    Marshalling.stringSink = (StringSink)Marshal.GetDelegateForFunctionPointer(table[14], typeof(StringSink));
-    Marshalling.errorSink = (ErrorSink)Marshal.GetDelegateForFunctionPointer(table[15], typeof(ErrorSink));
-    Marshalling.itemSink = (ItemSink)Marshal.GetDelegateForFunctionPointer(table[16], typeof(ItemSink));
+    Marshalling.stringSink = (StringSink)Marshal.GetDelegateForFunctionPointer(table[16], typeof(StringSink));
+    Marshalling.errorSink = (ErrorSink)Marshal.GetDelegateForFunctionPointer(table[17], typeof(ErrorSink));
+    Marshalling.itemSink = (ItemSink)Marshal.GetDelegateForFunctionPointer(table[18], typeof(ItemSink));
+    Slots.queue = (FreeQueue*)table[19];
     Types.AddFolder(Path.GetDirectoryName(typeof(Seam).Assembly.Location));
     AppDomain.CurrentDomain.AssemblyResolve += Types.Resolve;
     entries = new Delegate[] {
@@ -59,14 +60,16 @@ public static unsafe class Seam {
       new ResolveEntry(Resolve),
       new InvokeEntry(Invoke),
       new TextEntry(NewString),
-      new HandleFlagEntry(ReadString),
-      new HandleEntry(TypeOf),
+      new IdFlagEntry(ReadString),
       new TypeEntry(TypeName),
-      new HandleEntry(Items),
-      new HandleEntry(NewHandle),
-      new RetargetEntry(Retarget),
-      new HandleEntry(FreeHandle),
-      new HandleEntry(Collect),
+      new IdEntry(Items),
+      new IdEntry(Free),
+      new IdEntry(Copy),
+      new IdEntry(NewGcHandle),
+      new RetargetEntry(RetargetGcHandle),
+      new IdEntry(FreeGcHandle),
+      new IdEntry(GcHandleTarget),
+      new IdEntry(Collect),
     };
     for (int i = 1; i < entries.Length; ++i) table[i] = Marshal.GetFunctionPointerForDelegate(entries[i]);
     return 0;
@@ -74,6 +77,7 @@ public static unsafe class Seam {
 
   static void LoadAssembly(char* path, int length, Value* r) {
     try {
+      Slots.FreeQueued();
       Types.Load(new string(path, 0, length));
       Marshalling.SetNull(r);
     } catch (Exception e) { Marshalling.SetException(r, Unwrap(e)); }
@@ -81,47 +85,44 @@ public static unsafe class Seam {
 
   static void FindType(char* name, int length, Value* r) {
     try {
+      Slots.FreeQueued();
       Marshalling.SetInt32(r, Types.Id(Types.Find(new string(name, 0, length))));
     } catch (Exception e) { Marshalling.SetException(r, Unwrap(e)); }
   }
 
   static void Resolve(int type, int how, char* name, int length, Value* samples, int argc, Value* r) {
     try {
+      Slots.FreeQueued();
       Marshalling.SetInt32(r, Members.Resolve(type, how, new string(name, 0, length), samples, argc));
     } catch (Exception e) { Marshalling.SetException(r, Unwrap(e)); }
   }
 
   static void Invoke(int member, long target, Value* args, int argc, Value* r) {
     try {
-      Members.Invoke(member, Handles.Target(target), args, argc, r);
+      Slots.FreeQueued();
+      Members.Invoke(member, Slots.Get(target), args, argc, r);
     } catch (Exception e) { Marshalling.SetException(r, Unwrap(e)); }
   }
 
   static void NewString(char* text, int length, Value* r) {
     try {
-      r->Flags |= ResultFlags.StringAsObject;
-      Marshalling.SetString(r, new string(text, 0, length));
+      Slots.FreeQueued();
+      Marshalling.SetReference(r, new string(text, 0, length));
     } catch (Exception e) { Marshalling.SetException(r, e); }
   }
 
-  // The string behind a handle; with zeroTerminated set, only the units
+  // The string behind a reference; with zeroTerminated set, only the units
   // before the first NUL, as a native reader of the characters sees them.
-  static void ReadString(long handle, int zeroTerminated, Value* r) {
+  static void ReadString(long id, int zeroTerminated, Value* r) {
     try {
-      string s = (string)Handles.Target(handle);
+      Slots.FreeQueued();
+      string s = (string)Slots.Get(id);
       if (s != null && zeroTerminated != 0) {
         int nul = s.IndexOf('\0');
         if (nul >= 0) s = s.Substring(0, nul);
       }
       r->Flags &= ~ResultFlags.StringAsObject;
       Marshalling.SetString(r, s);
-    } catch (Exception e) { Marshalling.SetException(r, e); }
-  }
-
-  static void TypeOf(long handle, Value* r) {
-    try {
-      object o = Handles.Target(handle);
-      Marshalling.SetInt32(r, o == null ? 0 : Types.Id(o.GetType()));
     } catch (Exception e) { Marshalling.SetException(r, e); }
   }
 
@@ -132,9 +133,10 @@ public static unsafe class Seam {
   }
 
   // Hands each element of a list (any enumerable) to the item sink.
-  static void Items(long handle, Value* r) {
+  static void Items(long id, Value* r) {
     try {
-      var items = (IEnumerable)Handles.Target(handle);
+      Slots.FreeQueued();
+      var items = (IEnumerable)Slots.Get(id);
       if (items == null) throw new NullReferenceException("the list is null");
       int count = 0;
       foreach (object item in items) {
@@ -145,31 +147,58 @@ public static unsafe class Seam {
     } catch (Exception e) { Marshalling.SetException(r, Unwrap(e)); }
   }
 
-  // A normal GC handle to the target of another (none for 0).
-  static void NewHandle(long target, Value* r) {
+  // Frees a reference at once (and whatever is queued).
+  static void Free(long id, Value* r) {
     try {
-      r->Kind = Kind.Object;
-      r->Pointer = Handles.New(Handles.Target(target));
-    } catch (Exception e) { Marshalling.SetException(r, e); }
-  }
-
-  static void Retarget(long handle, long target, Value* r) {
-    try {
-      Handles.Retarget(handle, Handles.Target(target));
+      Slots.FreeQueued();
+      Slots.Free(id);
       Marshalling.SetNull(r);
     } catch (Exception e) { Marshalling.SetException(r, e); }
   }
 
-  static void FreeHandle(long handle, Value* r) {
+  // A second reference to the same object.
+  static void Copy(long id, Value* r) {
+    try {
+      Slots.FreeQueued();
+      Marshalling.SetReference(r, Slots.Get(id));
+    } catch (Exception e) { Marshalling.SetException(r, e); }
+  }
+
+  // GC handles, for gcroot: a normal handle to a reference's object (none
+  // for 0), pointed elsewhere in place, freed, and read.
+  static void NewGcHandle(long target, Value* r) {
+    try {
+      Slots.FreeQueued();
+      r->Kind = Kind.Int;
+      r->Number = Handles.New(Slots.Get(target));
+    } catch (Exception e) { Marshalling.SetException(r, e); }
+  }
+
+  static void RetargetGcHandle(long handle, long target, Value* r) {
+    try {
+      Handles.Retarget(handle, Slots.Get(target));
+      Marshalling.SetNull(r);
+    } catch (Exception e) { Marshalling.SetException(r, e); }
+  }
+
+  static void FreeGcHandle(long handle, Value* r) {
     try {
       Handles.Free(handle);
       Marshalling.SetNull(r);
     } catch (Exception e) { Marshalling.SetException(r, e); }
   }
 
+  static void GcHandleTarget(long handle, Value* r) {
+    try {
+      Slots.FreeQueued();
+      Marshalling.SetReference(r, Handles.Target(handle));
+    } catch (Exception e) { Marshalling.SetException(r, e); }
+  }
+
   // A full collection with finalisers run, for tests of object lifetime.
   static void Collect(long unused, Value* r) {
     try {
+      Slots.FreeQueued();
       GC.Collect();
       GC.WaitForPendingFinalizers();
       GC.Collect();

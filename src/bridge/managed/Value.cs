@@ -20,21 +20,25 @@ public static class Kind {
   public const int Long = 8;
 }
 
-// Flags the native side sets on a result before a call.
+// Flags on a result.
 public static class ResultFlags {
-  // Deliver a string result as an object handle rather than as text.
+  // Set by the native side: deliver a string result as an object.
   public const int StringAsObject = 1;
+  // Set here: the text is in the native side's buffer, not in the sink.
+  public const int InlineText = 2;
 }
 
 [StructLayout(LayoutKind.Explicit, Size = 32)]
 public struct Value {
   [FieldOffset(0)] public int Kind;
-  // String arguments: the number of UTF-16 units.
+  // Strings: the number of UTF-16 units. Results, before the call: how
+  // many units the native side's buffer holds.
   [FieldOffset(4)] public int Length;
-  // Bool, Int and Enum values; a Double's bits.
+  // Bool, Int and Enum values; a Double's bits. Results, before the call:
+  // the address of the native side's buffer for short strings.
   [FieldOffset(8)] public long Number;
-  // String arguments: the characters. Object values: a GC handle.
-  // Results: the native side's context for the sinks, kept as it is.
+  // String arguments: the characters. Object values: the reference's id
+  // (Slots). Results: the native side's context for the sinks, kept as it is.
   [FieldOffset(16)] public long Pointer;
   // Object and Enum values: the type's id (0 for an enum of any type).
   [FieldOffset(24)] public int Type;
@@ -81,7 +85,7 @@ public static unsafe class Marshalling {
     Value* v = args + i;
     switch (v->Kind) {
       case Kind.Null: return null;
-      case Kind.Object: return Handles.Target(v->Pointer);
+      case Kind.Object: return Slots.Get(v->Pointer);
       case Kind.String: return new string((char*)v->Pointer, 0, v->Length);
       case Kind.Bool: return v->Number != 0;
       case Kind.Int: return checked((int)v->Number);
@@ -130,9 +134,17 @@ public static unsafe class Marshalling {
       r->Kind = Kind.Null;
     } else if ((r->Flags & ResultFlags.StringAsObject) != 0) {
       SetHandle(r, s);
+    } else if (r->Number != 0 && s.Length <= r->Length) {
+      // Short text goes straight into the native buffer: no call back.
+      char* to = (char*)r->Number;
+      for (int i = 0; i < s.Length; ++i) to[i] = s[i];
+      r->Kind = Kind.String;
+      r->Length = s.Length;
+      r->Flags |= ResultFlags.InlineText;
     } else {
       r->Kind = Kind.String;
       r->Length = s.Length;
+      r->Flags &= ~ResultFlags.InlineText;
       fixed (char* p = s) stringSink(new IntPtr(r->Pointer), p, s.Length);
     }
   }
@@ -161,9 +173,18 @@ public static unsafe class Marshalling {
     }
   }
 
+  // Any object as a reference, a string or boxed value included.
+  public static void SetReference(Value* r, object o) {
+    if (o == null) {
+      r->Kind = Kind.Null;
+    } else {
+      SetHandle(r, o);
+    }
+  }
+
   static void SetHandle(Value* r, object o) {
     r->Kind = Kind.Object;
-    r->Pointer = Handles.New(o);
+    r->Pointer = Slots.Add(o);
     r->Type = Types.Id(o.GetType());
   }
 
@@ -181,6 +202,8 @@ public static unsafe class Marshalling {
   internal static void SendItem(Value* r, object item) {
     Value v = new Value();
     v.Pointer = r->Pointer;
+    v.Number = r->Number;
+    v.Length = r->Length;
     v.Flags = r->Flags;
     SetObject(&v, item);
     itemSink(new IntPtr(r->Pointer), &v);
