@@ -93,7 +93,9 @@ void OursAddResolved(benchmark::State& state) {
   for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(add.Invoke(s.ours, {++i}));
 }
 
-void DirectAddCached(benchmark::State& state) {
+// Add through mono_runtime_invoke: the method found once, or by name (the
+// C API's lookup) on every call.
+void DirectAdd(benchmark::State& state, bool by_name) {
   const Setup& s = Shared();
   MonoObject* target = mono_gchandle_get_target(s.direct);
   int i = 0;
@@ -101,9 +103,26 @@ void DirectAddCached(benchmark::State& state) {
     ++i;
     void* args[] = {&i};
     MonoObject* thrown = nullptr;
-    benchmark::DoNotOptimize(mono_runtime_invoke(s.add, target, args, &thrown));
+    MonoMethod* add = by_name ? mono_class_get_method_from_name(s.klass, "Add", 1) : s.add;
+    benchmark::DoNotOptimize(mono_runtime_invoke(add, target, args, &thrown));
   }
 }
+
+// Name the same way, its string copied out.
+void DirectName(benchmark::State& state, bool by_name) {
+  const Setup& s = Shared();
+  MonoObject* target = mono_gchandle_get_target(s.direct);
+  for ([[maybe_unused]] auto _ : state) {
+    MonoObject* thrown = nullptr;
+    MonoMethod* name = by_name ? mono_class_get_method_from_name(s.klass, "Name", 0) : s.name;
+    benchmark::DoNotOptimize(DirectChars(mono_runtime_invoke(name, target, nullptr, &thrown)));
+  }
+}
+
+void DirectAddCached(benchmark::State& state) { DirectAdd(state, false); }
+void DirectAddByName(benchmark::State& state) { DirectAdd(state, true); }
+void DirectNameCached(benchmark::State& state) { DirectName(state, false); }
+void DirectNameByName(benchmark::State& state) { DirectName(state, true); }
 
 void OursNameResolved(benchmark::State& state) {
   const Setup& s = Shared();
@@ -111,14 +130,6 @@ void OursNameResolved(benchmark::State& state) {
   for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(name.Invoke(s.ours));
 }
 
-void DirectNameCached(benchmark::State& state) {
-  const Setup& s = Shared();
-  MonoObject* target = mono_gchandle_get_target(s.direct);
-  for ([[maybe_unused]] auto _ : state) {
-    MonoObject* thrown = nullptr;
-    benchmark::DoNotOptimize(DirectChars(mono_runtime_invoke(s.name, target, nullptr, &thrown)));
-  }
-}
 
 void OursAddByName(benchmark::State& state) {
   const Setup& s = Shared();
@@ -126,33 +137,12 @@ void OursAddByName(benchmark::State& state) {
   for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(s.ours.Call(u"Add", {++i}));
 }
 
-void DirectAddByName(benchmark::State& state) {
-  const Setup& s = Shared();
-  MonoObject* target = mono_gchandle_get_target(s.direct);
-  int i = 0;
-  for ([[maybe_unused]] auto _ : state) {
-    ++i;
-    void* args[] = {&i};
-    MonoObject* thrown = nullptr;
-    MonoMethod* add = mono_class_get_method_from_name(s.klass, "Add", 1);
-    benchmark::DoNotOptimize(mono_runtime_invoke(add, target, args, &thrown));
-  }
-}
 
 void OursNameByName(benchmark::State& state) {
   const Setup& s = Shared();
   for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(s.ours.Call(u"Name"));
 }
 
-void DirectNameByName(benchmark::State& state) {
-  const Setup& s = Shared();
-  MonoObject* target = mono_gchandle_get_target(s.direct);
-  for ([[maybe_unused]] auto _ : state) {
-    MonoObject* thrown = nullptr;
-    MonoMethod* name = mono_class_get_method_from_name(s.klass, "Name", 0);
-    benchmark::DoNotOptimize(DirectChars(mono_runtime_invoke(name, target, nullptr, &thrown)));
-  }
-}
 
 void OursStringRoundTrip(benchmark::State& state) {
   Shared();

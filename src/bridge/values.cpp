@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace cadtools::bridge {
 
@@ -71,9 +72,15 @@ double Value::AsDouble() const { return Expect<double>(v_); }
 EnumValue Value::AsEnum() const { return Expect<EnumValue>(v_); }
 const CString& Value::AsString() const { return Expect<CString>(v_); }
 
-Object Value::AsObject() const {
+Object Value::AsObject() const& {
   if (IsNull()) return Object();
   return Expect<Object>(v_);
+}
+
+Object Value::AsObject() && {
+  if (IsNull()) return Object();
+  Expect<Object>(v_);
+  return std::move(std::get<Object>(v_));
 }
 
 }  // namespace cadtools::bridge

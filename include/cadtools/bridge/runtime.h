@@ -191,8 +191,10 @@ class CADTOOLS_API Value {
   double AsDouble() const;
   EnumValue AsEnum() const;
   const CString& AsString() const;
-  // An Object, or a null Object for a null value.
-  Object AsObject() const;
+  // An Object, or a null Object for a null value. A copy holds a reference
+  // of its own; from a temporary Value the reference moves.
+  Object AsObject() const&;
+  Object AsObject() &&;
 
  private:
   std::variant<std::monostate, bool, std::int64_t, EnumValue, CString, Object, double> v_;

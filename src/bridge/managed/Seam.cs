@@ -117,12 +117,17 @@ public static unsafe class Seam {
     try {
       Slots.FreeQueued();
       string s = (string)Slots.Get(id);
-      if (s != null && zeroTerminated != 0) {
-        int nul = s.IndexOf('\0');
-        if (nul >= 0) s = s.Substring(0, nul);
+      if (s == null) {
+        Marshalling.SetNull(r);
+        return;
       }
-      r->Flags &= ~ResultFlags.StringAsObject;
-      Marshalling.SetString(r, s);
+      int length = s.Length;
+      if (zeroTerminated != 0) {
+        fixed (char* p = s) {
+          for (length = 0; length < s.Length && p[length] != '\0';) ++length;
+        }
+      }
+      Marshalling.SetText(r, s, length);
     } catch (Exception e) { Marshalling.SetException(r, e); }
   }
 

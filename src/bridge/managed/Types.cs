@@ -7,30 +7,38 @@ using System.Reflection;
 namespace CadTools.Bridge {
 
 public static class Types {
-  // Id 0 means "none", so the list starts with a placeholder.
-  static readonly List<Type> byId = new List<Type> { typeof(void) };
-  static readonly Dictionary<Type, int> ids = new Dictionary<Type, int>();
+  // Every result that is an object carries its type's id, so finding one
+  // must not take a lock: readers use the current snapshot, and a new type
+  // replaces both tables under the lock. Id 0 means "none".
+  static Type[] byId = { typeof(void), typeof(string) };
+  static Dictionary<Type, int> ids = new Dictionary<Type, int> { { typeof(string), 1 } };
+  const int StringId = 1;
   static readonly Dictionary<string, Assembly> loaded = new Dictionary<string, Assembly>(StringComparer.OrdinalIgnoreCase);
   static readonly List<string> folders = new List<string>();
   static readonly object gate = new object();
 
   public static int Id(Type t) {
+    if (t == typeof(string)) return StringId;
+    int id;
+    if (ids.TryGetValue(t, out id)) return id;
     lock (gate) {
-      int id;
-      if (!ids.TryGetValue(t, out id)) {
-        id = byId.Count;
-        byId.Add(t);
-        ids.Add(t, id);
-      }
+      if (ids.TryGetValue(t, out id)) return id;
+      id = byId.Length;
+      var moreIds = new Dictionary<Type, int>(ids);
+      moreIds.Add(t, id);
+      var moreTypes = new Type[id + 1];
+      Array.Copy(byId, moreTypes, id);
+      moreTypes[id] = t;
+      byId = moreTypes;
+      ids = moreIds;
       return id;
     }
   }
 
   public static Type ById(int id) {
-    lock (gate) {
-      if (id <= 0 || id >= byId.Count) throw new ArgumentOutOfRangeException("id", "no type with id " + id);
-      return byId[id];
-    }
+    Type[] all = byId;
+    if (id <= 0 || id >= all.Length) throw new ArgumentOutOfRangeException("id", "no type with id " + id);
+    return all[id];
   }
 
   // Loads an assembly from a file; its folder is searched for the

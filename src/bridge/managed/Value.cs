@@ -134,19 +134,26 @@ public static unsafe class Marshalling {
       r->Kind = Kind.Null;
     } else if ((r->Flags & ResultFlags.StringAsObject) != 0) {
       SetHandle(r, s);
-    } else if (r->Number != 0 && s.Length <= r->Length) {
-      // Short text goes straight into the native buffer: no call back.
-      char* to = (char*)r->Number;
-      for (int i = 0; i < s.Length; ++i) to[i] = s[i];
-      r->Kind = Kind.String;
-      r->Length = s.Length;
-      r->Flags |= ResultFlags.InlineText;
     } else {
-      r->Kind = Kind.String;
-      r->Length = s.Length;
-      r->Flags &= ~ResultFlags.InlineText;
-      fixed (char* p = s) stringSink(new IntPtr(r->Pointer), p, s.Length);
+      SetText(r, s, s.Length);
     }
+  }
+
+  // The first length units of s as text: short text straight into the
+  // native buffer (no call back), longer text through the sink.
+  public static void SetText(Value* r, string s, int length) {
+    r->Kind = Kind.String;
+    fixed (char* from = s) {
+      if (r->Number != 0 && length <= r->Length) {
+        char* to = (char*)r->Number;
+        for (int i = 0; i < length; ++i) to[i] = from[i];
+        r->Flags |= ResultFlags.InlineText;
+      } else {
+        r->Flags &= ~ResultFlags.InlineText;
+        stringSink(new IntPtr(r->Pointer), from, length);
+      }
+    }
+    r->Length = length;
   }
 
   // A result of a reference or boxed type: values where native code has a

@@ -5,10 +5,9 @@ using CadTools.StandIns;
 
 namespace OrvDatabaseControls {
 
-public class OrvEquipmentBrowserDialog : StandIn {
-  string selected = "";
-
-  public OrvEquipmentBrowserDialog(string cultureId) : base(cultureId) {}
+// What both dialogs have: a culture, paths, skin, language and a modal show.
+public abstract class DatabaseDialog : StandIn {
+  protected DatabaseDialog(string cultureId) : base(cultureId) {}
 
   public void SetDbPath(string path) { Record("SetDbPath", null, path); }
   public void SetSystemPath(string path) { Record("SetSystemPath", null, path); }
@@ -17,6 +16,18 @@ public class OrvEquipmentBrowserDialog : StandIn {
   public void SetSkinName(string name) { Record("SetSkinName", null, name); }
   public void SetLanguageId(int id) { Record("SetLanguageId", null, id); }
   public void Initialize() { Record("Initialize", null); }
+
+  // Cancel unless the test says otherwise: nobody is there to click.
+  public DialogResult ShowDialog() {
+    return (DialogResult)System.Convert.ToInt32(Record("ShowDialog", (int)DialogResult.Cancel));
+  }
+}
+
+public class OrvEquipmentBrowserDialog : DatabaseDialog {
+  string selected = "";
+
+  public OrvEquipmentBrowserDialog(string cultureId) : base(cultureId) {}
+
   public void ClearFilters() { Record("ClearFilters", null); }
   public void ReloadCatalogs() { Record("ReloadCatalogs", null); }
   public void RefreshFilters() { Record("RefreshFilters", null); }
@@ -31,29 +42,13 @@ public class OrvEquipmentBrowserDialog : StandIn {
 
   // What the user picked: the preset selection unless the test says otherwise.
   public string GetSelectedItemsAsString() { return (string)Record("GetSelectedItemsAsString", selected); }
-
-  public DialogResult ShowDialog() {
-    return (DialogResult)System.Convert.ToInt32(Record("ShowDialog", (int)DialogResult.Cancel));
-  }
 }
 
-public class OrvEquipmentEditorDialog : StandIn {
+public class OrvEquipmentEditorDialog : DatabaseDialog {
   public OrvEquipmentEditorDialog(string cultureId) : base(cultureId) {}
 
-  public void SetDbPath(string path) { Record("SetDbPath", null, path); }
-  public void SetSystemPath(string path) { Record("SetSystemPath", null, path); }
-  public void SetCommonPath(string path) { Record("SetCommonPath", null, path); }
-  public void SetSymbolPath(string path) { Record("SetSymbolPath", null, path); }
-  public void SetSkinName(string name) { Record("SetSkinName", null, name); }
-  public void SetLanguageId(int id) { Record("SetLanguageId", null, id); }
-  public void Initialize() { Record("Initialize", null); }
   public void AddChannelModule(string key, string value) { Record("AddChannelModule", null, key, value); }
   public void AddComponentId(string a, string b, string c) { Record("AddComponentId", null, a, b, c); }
-
-  public DialogResult ShowDialog() {
-    return (DialogResult)System.Convert.ToInt32(Record("ShowDialog", (int)DialogResult.Cancel));
-  }
-
   public bool IsSymbolsDownloaded() { return (bool)Record("IsSymbolsDownloaded", false); }
 }
 
