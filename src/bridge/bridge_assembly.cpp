@@ -50,20 +50,13 @@ fs::path ModuleFolder() {
 }
 
 namespace {
-// A path for a message: UTF-8 where it is, else byte by byte.
+// A path for a message.
 CString PathText(const fs::path& p) {
 #if defined(_WIN32)
   const std::wstring w = p.wstring();
   return CString(w.c_str(), static_cast<int>(w.size()));
 #else
-  CString text;
-  try {
-    const std::u16string u = p.u16string();
-    text = CString(u.c_str(), static_cast<int>(u.size()));
-  } catch (...) {
-    for (const char c : p.string()) text += static_cast<WCHAR>(static_cast<unsigned char>(c));
-  }
-  return text;
+  return FromUtf8(p.string());
 #endif
 }
 }  // namespace

@@ -41,12 +41,6 @@ struct MonoApi {
   void* (*object_unbox)(MonoObject*) = nullptr;
 };
 
-CString Text(const std::string& s) {
-  CString out;
-  for (const char c : s) out += static_cast<WCHAR>(static_cast<unsigned char>(c));
-  return out;
-}
-
 template <class F>
 bool Bind(void* library, const char* name, F& f) {
   f = reinterpret_cast<F>(::dlsym(library, name));
@@ -86,15 +80,15 @@ CString StartRuntime(SeamTable& table) {
   const std::string path = assembly_path->string();
 
   MonoApi mono;
-  if (const std::string failure = LoadMono(mono); !failure.empty()) return Text(failure);
+  if (const std::string failure = LoadMono(mono); !failure.empty()) return FromUtf8(failure);
   mono.config_parse(nullptr);
   MonoDomain* domain = mono.jit_init_version("cadtools", "v4.0.30319");
   if (domain == nullptr) return CADTOOLS_WIDE("Mono did not start");
   MonoAssembly* assembly = mono.domain_assembly_open(domain, path.c_str());
-  if (assembly == nullptr) return Text("Mono could not load " + path);
+  if (assembly == nullptr) return FromUtf8("Mono could not load " + path);
   MonoClass* seam = mono.class_from_name(mono.assembly_get_image(assembly), "CadTools.Bridge", "Seam");
   MonoMethod* bootstrap = seam == nullptr ? nullptr : mono.class_get_method_from_name(seam, "BootstrapAt", 1);
-  if (bootstrap == nullptr) return Text(path + " has no CadTools.Bridge.Seam.BootstrapAt");
+  if (bootstrap == nullptr) return FromUtf8(path + " has no CadTools.Bridge.Seam.BootstrapAt");
 
   // The table's address as a 64-bit integer, which Mono passes without
   // allocating anything.
@@ -102,9 +96,9 @@ CString StartRuntime(SeamTable& table) {
   void* args[] = {&address};
   MonoObject* thrown = nullptr;
   MonoObject* result = mono.runtime_invoke(bootstrap, nullptr, args, &thrown);
-  if (thrown != nullptr || result == nullptr) return Text(path + ": the bridge's start-up failed");
+  if (thrown != nullptr || result == nullptr) return FromUtf8(path + ": the bridge's start-up failed");
   if (*static_cast<const int*>(mono.object_unbox(result)) != 0) {
-    return Text(path + " does not match this library (another version of the bridge)");
+    return FromUtf8(path + " does not match this library (another version of the bridge)");
   }
   return CString();
 }

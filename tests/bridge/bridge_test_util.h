@@ -17,10 +17,7 @@ namespace cadtools::bridge::testing {
 
 // Path of an assembly built for the tests.
 inline CString TestAssembly(const char* file) {
-  const std::string path = std::string(CADTOOLS_TEST_ASSEMBLY_DIR) + "/" + file;
-  CString out;
-  for (const char c : path) out += static_cast<WCHAR>(static_cast<unsigned char>(c));
-  return out;
+  return FromUtf8(std::string(CADTOOLS_TEST_ASSEMBLY_DIR) + "/" + file);
 }
 
 // Starts the runtime and loads the test assemblies once; false, with the
@@ -29,9 +26,7 @@ inline bool RuntimeReady(std::string* why) {
   static const std::string failure = [] {
     CString reason;
     if (!Runtime::Available(&reason)) {
-      std::string text;
-      for (const WCHAR c : reason.View()) text += c < 0x80 ? static_cast<char>(c) : '?';
-      return "no managed runtime: " + text;
+      return "no managed runtime: " + ToUtf8(reason);
     }
     Runtime& rt = Runtime::Get();
     for (const char* file : {"CadTools.StandIns.dll", "OrvDatabaseControls.dll", "BridgeProbe.dll"}) {
