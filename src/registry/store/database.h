@@ -82,7 +82,7 @@ class Database {
   // A copy from OpenCopy: it does not see later changes of the file.
   bool is_copy() const noexcept { return copy_; }
 
-  // PRAGMA quick_check, and whether the file is a store of ours whose
+  // PRAGMA integrity_check, and whether the file is a store of ours whose
   // tables take our statements; the problem is one line, the first fault
   // found. A database without any table (a new file, or an empty one)
   // gets the schema when the connection can write.

@@ -12,7 +12,7 @@
 //   (file is not a database); kept it as /home/u/.config/cadtools/
 //   user.db.damaged-20260121-093000 and started a fresh one
 //
-// Damage means: not an SQLite database, a failed quick_check, an SQLite
+// Damage means: not an SQLite database, a failed integrity check, an SQLite
 // file that is not a settings store, or an empty file beside a -wal that
 // is not empty. An empty file alone is a store whose creation was cut short
 // before its schema was in it (a -journal beside it has no page to give

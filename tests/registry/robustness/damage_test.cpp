@@ -29,6 +29,13 @@ void MakeStore(const std::string& folder) {
   ASSERT_FALSE(fs::exists(folder + "/user.db-wal"));
 }
 
+void Execute(const std::string& file, const char* sql) {
+  sqlite3* db = nullptr;
+  sqlite3_open(file.c_str(), &db);
+  EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
+  sqlite3_close(db);
+}
+
 std::vector<std::string> AsideFiles(const std::string& folder) {
   std::vector<std::string> aside;
   for (const auto& entry : fs::directory_iterator(folder)) {
@@ -64,11 +71,12 @@ TEST(Damage, DamagedStoreIsKeptAsideAndReplaced) {
        },
        1},
       {"tables not ours",  // every call would fail without a word
+       [](const std::string& file) { Execute(file, "ALTER TABLE vals RENAME TO other"); }, 1},
+      {"an index out of step with its table",  // a quick check passes it; writes could vanish
        [](const std::string& file) {
-         sqlite3* db = nullptr;
-         sqlite3_open(file.c_str(), &db);
-         sqlite3_exec(db, "ALTER TABLE vals RENAME TO other", nullptr, nullptr, nullptr);
-         sqlite3_close(db);
+         Execute(file,
+                 "PRAGMA writable_schema = ON;"
+                 "UPDATE sqlite_schema SET sql = 'CREATE INDEX vals_order ON vals(written)' WHERE name = 'vals_order'");
        },
        1},
       {"empty beside a -wal",  // its -wal may hold the latest settings
