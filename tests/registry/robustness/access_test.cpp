@@ -20,8 +20,8 @@ void ShareReadOnly(const std::string& folder, const Identity& reader) {
   for (const auto& entry : fs::directory_iterator(folder)) chmod(entry.path().c_str(), 0644);
 }
 
-// What a reader finds: two values, their count, and the codes of a write,
-// a key creation and a deletion.
+// What a reader finds: two values and their count, and the codes of a
+// write and of deleting the key.
 void ReadAndTryToWrite(Forked& self) {
   std::string line = "v=" + ValueOf(kKey, "v") + " w=" + ValueOf(kKey, "w");
   HKEY key = nullptr;
