@@ -70,10 +70,7 @@ void Clear(const SettingsLocation& at, std::ostream& out) {
     out << "no placements stored in " << SettingsKeyText(at.hive, at.path) << '\n';
     return;
   }
-  if (status != ERROR_SUCCESS) {
-    throw CommandFailed("cannot delete " + SettingsKeyText(at.hive, at.path) + " (error " + std::to_string(status) +
-                        ")");
-  }
+  if (status != ERROR_SUCCESS) FailWith(status, "cannot delete " + SettingsKeyText(at.hive, at.path));
   out << "deleted " << SettingsKeyText(at.hive, at.path) << '\n';
 }
 

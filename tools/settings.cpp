@@ -66,10 +66,6 @@ std::string ValueText(const SettingsLocation& at) {
          KeyText(at);
 }
 
-[[noreturn]] void Fail(LSTATUS status, const std::string& what) {
-  throw CommandFailed(what + " (error " + std::to_string(status) + ")");
-}
-
 std::filesystem::path PathOf(std::string_view utf8) {
   return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
@@ -157,17 +153,17 @@ void Delete(std::span<const std::string_view> args, const WString& root) {
     if (at.path.empty()) throw UsageError("refusing to delete a whole hive", SettingsCommandUsage("delete"));
     const LSTATUS status = registry::SHDeleteKeyW(registry::HiveHandle(at.hive), at.path.c_str());
     if (status == ERROR_FILE_NOT_FOUND) throw CommandFailed("no key " + KeyText(at));
-    if (status != ERROR_SUCCESS) Fail(status, "cannot delete " + KeyText(at));
+    if (status != ERROR_SUCCESS) FailWith(status, "cannot delete " + KeyText(at));
     return;
   }
   const SettingsLocation at = ResolveSettingsKey(args[0], root, true);
   OpenKey key;
   LSTATUS status = registry::RegOpenKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, KEY_WRITE, key.out());
   if (status == ERROR_FILE_NOT_FOUND) throw CommandFailed("no key " + KeyText(at));
-  if (status != ERROR_SUCCESS) Fail(status, "cannot open " + KeyText(at));
+  if (status != ERROR_SUCCESS) FailWith(status, "cannot open " + KeyText(at));
   status = registry::RegDeleteValueW(key.get(), at.name.c_str());
   if (status == ERROR_FILE_NOT_FOUND) throw CommandFailed("no " + ValueText(at));
-  if (status != ERROR_SUCCESS) Fail(status, "cannot delete the " + ValueText(at));
+  if (status != ERROR_SUCCESS) FailWith(status, "cannot delete the " + ValueText(at));
 }
 
 void Export(std::span<const std::string_view> args, const WString& root) {
@@ -250,7 +246,7 @@ TypedValue ReadSetting(const SettingsLocation& at) {
   OpenKey key;
   LSTATUS status = registry::RegOpenKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, KEY_READ, key.out());
   if (status == ERROR_FILE_NOT_FOUND) throw CommandFailed("no key " + KeyText(at));
-  if (status != ERROR_SUCCESS) Fail(status, "cannot open " + KeyText(at));
+  if (status != ERROR_SUCCESS) FailWith(status, "cannot open " + KeyText(at));
   TypedValue value;
   // Ask for the size, then read; again if the value grew in between.
   for (int attempt = 0;; ++attempt) {
@@ -266,7 +262,7 @@ TypedValue ReadSetting(const SettingsLocation& at) {
     break;
   }
   if (status == ERROR_FILE_NOT_FOUND) throw CommandFailed("no " + ValueText(at));
-  if (status != ERROR_SUCCESS) Fail(status, "cannot read the " + ValueText(at));
+  if (status != ERROR_SUCCESS) FailWith(status, "cannot read the " + ValueText(at));
   return value;
 }
 
@@ -274,12 +270,12 @@ void WriteSetting(const SettingsLocation& at, const TypedValue& value) {
   OpenKey key;
   LSTATUS status = registry::RegCreateKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, nullptr,
                                              REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, key.out(), nullptr);
-  if (status != ERROR_SUCCESS) Fail(status, "cannot create " + KeyText(at));
+  if (status != ERROR_SUCCESS) FailWith(status, "cannot create " + KeyText(at));
   static constexpr BYTE kNoData = 0;
   status = registry::RegSetValueExW(key.get(), at.name.c_str(), 0, value.type,
                                     value.data.empty() ? &kNoData : value.data.data(),
                                     static_cast<DWORD>(value.data.size()));
-  if (status != ERROR_SUCCESS) Fail(status, "cannot set the " + ValueText(at));
+  if (status != ERROR_SUCCESS) FailWith(status, "cannot set the " + ValueText(at));
 }
 
 WString SettingsRoot() { return WString(CRegBase::GetRegBase().View()); }
@@ -296,6 +292,11 @@ ScopedSettingsRoot::ScopedSettingsRoot(const std::optional<std::string>& app, co
 ScopedSettingsRoot::~ScopedSettingsRoot() {
   CRegBase::m_strRegBase = previous_root_;
   SetApplicationName(previous_app_);
+}
+
+void FailWith(LSTATUS status, const std::string& what) {
+  const char* words = status == ERROR_ACCESS_DENIED ? ": access denied" : "";
+  throw CommandFailed(what + words + " (error " + std::to_string(status) + ")");
 }
 
 std::string SettingsKeyText(RegHive hive, WStringView path) {

@@ -102,4 +102,9 @@ class ScopedStoreFolder {
 // "HKEY_CURRENT_USER\path" in UTF-8.
 std::string SettingsKeyText(registry::RegHive hive, WStringView path);
 
+// Throws CommandFailed for a registry call that failed: "what (error N)",
+// with the words for a refusal, "what: access denied (error 5)" (a
+// read-only settings store, or a key the user may not change).
+[[noreturn]] void FailWith(LSTATUS status, const std::string& what);
+
 }  // namespace cadtools::cli

@@ -44,8 +44,10 @@ class Key {
 
 std::string Utf8(WStringView text) { return ToUtf8(CString(text.data(), static_cast<int>(text.size()))); }
 
-// The Win32 code is shown unless the words already say it all.
+// The Win32 code is shown unless the words already say it all; a refusal
+// (a read-only store, a key the user may not change) says so in words too.
 RegTransferResult Failure(LSTATUS status, std::string message, std::size_t line = 0) {
+  if (status == ERROR_ACCESS_DENIED) message += ": access denied";
   if (status != ERROR_FILE_NOT_FOUND && status != ERROR_INVALID_PARAMETER) {
     message += " (error " + std::to_string(status) + ")";
   }

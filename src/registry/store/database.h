@@ -35,6 +35,9 @@ struct CheckResult {
   bool damaged = false;
 };
 
+// SQLITE_CORRUPT and SQLITE_NOTADB: the file is damaged.
+bool IsDamage(int result) noexcept;
+
 enum class Sql {
   kFindKey,        // id, parent of the key with path ?1
   kKeyWritten,     // written of key ?1 (no row: the key is gone)
@@ -66,16 +69,23 @@ class Database {
   // Opens file, which must exist; read_only opens it for reading only.
   // Returns an SQLite result code; on failure nothing stays open.
   int Open(const std::string& file, bool read_only);
+  // A copy of file in memory, read-only, for a store this process cannot
+  // read in place (see store_copy.h). Returns an SQLite result code, with
+  // why for a copy that could not be made.
+  int OpenCopy(const std::string& file, std::string& why);
   // An empty store in memory, for a hive that has no usable file. It
   // answers every read with nothing; the hive refuses writes.
   void OpenEmpty();
   bool is_open() const noexcept { return db_ != nullptr; }
   // SQLite may treat a file it cannot write as read-only on its own.
   bool read_only() const noexcept;
+  // A copy from OpenCopy: it does not see later changes of the file.
+  bool is_copy() const noexcept { return copy_; }
 
-  // PRAGMA quick_check, and whether the file is a store of ours. A
-  // database without any table (a new file) gets the schema when the
-  // connection can write.
+  // PRAGMA integrity_check, and whether the file is a store of ours whose
+  // tables take our statements; the problem is one line, the first fault
+  // found. A database without any table (a new file, or an empty one)
+  // gets the schema when the connection can write.
   CheckResult Check();
   // Journal and sync settings of a connection that can write; shared
   // stores keep a rollback journal (see database.cpp).
@@ -105,11 +115,14 @@ class Database {
   std::int64_t last_insert_id() const noexcept { return sqlite3_last_insert_rowid(db_); }
 
  private:
+  // Prepares the statement unless it is cached; an SQLite result code.
+  int Prepare(Sql which);
   void Finalize() noexcept;
 
   sqlite3* db_ = nullptr;
   std::array<sqlite3_stmt*, kSqlCount> statements_{};
   std::string damage_;
+  bool copy_ = false;
 };
 
 // One use of a cached statement, reset when it goes.

@@ -29,10 +29,12 @@ bool Hive::read_only() {
 }
 
 void Hive::EnsureOpen() {
-  if (state_ == State::kClosed || (state_ == State::kUnusable && may_retry_)) {
-    may_retry_ = false;
-    Open(nullptr, std::string());
+  const bool new_call = new_call_;
+  new_call_ = false;
+  if (new_call && state_ == State::kFile && db_.is_copy() && StampOf(location_.file) != source_) {
+    state_ = State::kClosed;  // the same file keeps its epoch: key ids stay valid
   }
+  if (state_ == State::kClosed || (state_ == State::kUnusable && new_call)) Open(nullptr, std::string());
 }
 
 void Hive::NewEpoch() noexcept {
@@ -52,10 +54,15 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
     db_.Close();
   }
   const OpenOutcome outcome = OpenStoreFile(location_, db_, damaged, reason);
+  if (!outcome.exposed.empty() && !exposed_reported_) {
+    Report(outcome.exposed);
+    exposed_reported_ = true;
+  }
   switch (outcome.state) {
     case OpenState::kFile:
       if (before != State::kClosed || outcome.identity != identity_) NewEpoch();
       identity_ = outcome.identity;
+      source_ = outcome.source;
       state_ = State::kFile;
       if (moves_ == nullptr) MapMoves();
       moves_seen_ = outcome.moves;
@@ -135,6 +142,7 @@ void Hive::Close(bool reread_location) noexcept {
     UnmapMoves();
     located_ = false;
     reported_ = false;
+    exposed_reported_ = false;
     NewEpoch();
   }
 }

@@ -12,7 +12,9 @@
 // writes: reads answer ERROR_FILE_NOT_FOUND and writes
 // ERROR_ACCESS_DENIED, and the reason is reported once on stderr. Every
 // later call tries to open the file again, once per call. A machine store
-// that nobody made is empty without a report.
+// that nobody made is empty without a report. A store read through a copy
+// (a read-only folder, see store_file.h) looks at its files once per call
+// and takes the copy again when they changed.
 #pragma once
 
 #include "registry/store/database.h"
@@ -49,8 +51,9 @@ class Hive {
   // starts a fresh store.
   void AfterCall();
 
-  // A new call starts: a hive without a usable file may try it again, once.
-  void NewCall() noexcept { may_retry_ = true; }
+  // A new call starts: a hive without a usable file may try it again, and
+  // a copy may look at its files, once.
+  void NewCall() noexcept { new_call_ = true; }
 
   // Cached id of a folded path, or null.
   const std::int64_t* Cached(const std::string& path) const noexcept;
@@ -86,8 +89,10 @@ class Hive {
   std::uint64_t moves_seen_ = 0;
   std::chrono::steady_clock::time_point next_look_{};
   std::uint64_t epoch_ = 1;
+  SourceStamp source_;  // of a copy
   bool reported_ = false;
-  bool may_retry_ = true;
+  bool exposed_reported_ = false;
+  bool new_call_ = true;
   std::unordered_map<std::string, std::int64_t> paths_;
 };
 

@@ -126,7 +126,80 @@ bool CreateFile(const StoreLocation& where, std::string& why) {
   return true;
 }
 
+SourceStamp::File StampOfFile(const std::string& path) {
+  struct stat info {};
+  if (stat(path.c_str(), &info) != 0) return {};
+  return {info.st_dev, info.st_ino, info.st_size, info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
+}
+
+// Opens and checks the file. In a folder we cannot write, SQLite cannot
+// make the -shm that a WAL store needs for reading; such a store is read
+// through a copy.
+CheckResult OpenChecked(const std::string& file, bool writable, Database& db) {
+  const int opened = db.Open(file, !writable);
+  if (opened != SQLITE_OK) return {sqlite3_errstr(opened), IsDamage(opened)};
+  CheckResult check = db.Check();
+  if (writable || check.problem.empty() || check.damaged) return check;
+  db.Close();
+  std::string why;
+  const int copied = db.OpenCopy(file, why);
+  if (copied != SQLITE_OK) return {why, IsDamage(copied)};
+  return db.Check();
+}
+
+OpenOutcome OpenLocked(const StoreLocation& where, bool writable, Database& db, const FileIdentity* damaged,
+                       const std::string& reason) {
+  const StoreLock lock(where.file + ".lock", writable, where.file_mode);
+  for (int attempt = 0; attempt < 4; ++attempt) {
+    const SourceStamp source = writable ? SourceStamp() : StampOf(where.file);
+    if (source.file.size <= 0 && !writable) {
+      // No store, or one that never held data, and none can be made here.
+      if (where.shared) return Empty();
+      return Unusable("cannot write to " + where.folder);
+    }
+    struct stat info {};
+    if (stat(where.file.c_str(), &info) != 0) {
+      std::string why;
+      if (!CreateFile(where, why)) return Unusable(why);
+      continue;
+    }
+    const FileIdentity identity{info.st_dev, info.st_ino};
+    std::string problem;
+    if (damaged != nullptr && *damaged == identity) {
+      problem = reason;
+    } else if (info.st_size == 0 && StampOfFile(where.file + "-wal").size > 0) {
+      // SQLite would delete this -wal. Ours gets one only once the schema
+      // is in the file, so it holds data that the file lost.
+      problem = "the file is empty but its -wal is not";
+    } else {
+      const CheckResult check = OpenChecked(where.file, writable, db);
+      if (check.problem.empty()) {
+        db.Configure(where.shared);
+        OpenOutcome outcome;
+        outcome.state = OpenState::kFile;
+        outcome.identity = identity;
+        outcome.moves = lock.Moves();
+        if (db.is_copy()) outcome.source = source;
+        return outcome;
+      }
+      db.CloseAside();
+      if (!check.damaged) return Unusable("cannot use " + where.file + ": " + check.problem);
+      problem = check.problem;
+    }
+    damaged = nullptr;
+    std::string why;
+    if (!writable || !MoveAside(lock, where.file, problem, why)) {
+      return Unusable(why.empty() ? where.file + " is damaged (" + problem + ") and cannot be moved aside" : why);
+    }
+  }
+  return Unusable("cannot open " + where.file);
+}
+
 }  // namespace
+
+SourceStamp StampOf(const std::string& file) {
+  return {StampOfFile(file), StampOfFile(file + "-wal"), Exists(file + "-shm")};
+}
 
 OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileIdentity* damaged,
                           const std::string& reason) {
@@ -138,54 +211,18 @@ OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileId
     return Unusable(why);
   }
   const bool writable = access(where.folder.c_str(), W_OK) == 0;
-  const StoreLock lock(where.file + ".lock", writable, where.file_mode);
-  bool created = false;  // by us, just now: empty until the schema is written
-  for (int attempt = 0; attempt < 4; ++attempt) {
-    struct stat info {};
-    if (stat(where.file.c_str(), &info) != 0) {
-      if (!writable) {
-        if (where.shared) return Empty();
-        return Unusable("cannot write to " + where.folder);
-      }
-      if (!CreateFile(where, why)) return Unusable(why);
-      created = true;
-      continue;
-    }
-    const FileIdentity identity{info.st_dev, info.st_ino};
-    std::string problem;
-    if (damaged != nullptr && *damaged == identity) {
-      problem = reason;
-    } else if (info.st_size == 0 && !created) {
-      problem = "the file is empty";
-    } else {
-      const int opened = db.Open(where.file, !writable);
-      if (opened != SQLITE_OK) {
-        const int primary = opened & 0xFF;
-        if (primary != SQLITE_NOTADB && primary != SQLITE_CORRUPT) {
-          return Unusable("cannot open " + where.file + ": " + sqlite3_errstr(opened));
-        }
-        problem = sqlite3_errstr(opened);
-      } else {
-        const CheckResult check = db.Check();
-        if (check.problem.empty()) {
-          db.Configure(where.shared);
-          return OpenOutcome{OpenState::kFile, identity, lock.Moves(), {}};
-        }
-        db.CloseAside();
-        if (!check.damaged) return Unusable("cannot use " + where.file + ": " + check.problem);
-        problem = check.problem;
-      }
-    }
-    damaged = nullptr;
-    if (!writable || !MoveAside(lock, where.file, problem, why)) {
-      return Unusable(why.empty() ? where.file + " is damaged (" + problem + ") and cannot be moved aside" : why);
-    }
-  }
-  return Unusable("cannot open " + where.file);
+  // Before anything is opened: SQLite gives new -wal and -shm files the
+  // mode the store file has then.
+  const std::string exposed = MakePrivate(where, writable);
+  OpenOutcome outcome = OpenLocked(where, writable, db, damaged, reason);
+  outcome.exposed = exposed;
+  return outcome;
 }
 
 void Report(const std::string& line) noexcept {
-  const std::string text = "cadtools: " + line + "\n";
+  std::string text = "cadtools: " + line;
+  std::replace(text.begin(), text.end(), '\n', ' ');  // one report, one line
+  text += '\n';
   std::size_t done = 0;
   while (done < text.size()) {
     const ssize_t wrote = write(STDERR_FILENO, text.data() + done, text.size() - done);
