@@ -55,15 +55,21 @@ bool MemoryDialogFramework::Make(CBCGPDialog& dialog, UINT templateId, bool moda
   w.SetMinMaxHandler([&dialog](MINMAXINFO* info) { dialog.OnGetMinMaxInfo(info); });
   CBCGPDialogAccess::BeginRun(dialog, *this, modal);
   dialog.AdoptWindow(std::move(window));
-  dialog.OnSize(kSizeRestored, w.GetClientRect().Width(), w.GetClientRect().Height());
-  for (const MemoryWindow::Item& item : t.items) w.AddItem(item.id, item.rect, item.style);
-  dialog.OnInitDialog();
+  try {
+    dialog.OnSize(kSizeRestored, w.GetClientRect().Width(), w.GetClientRect().Height());
+    for (const MemoryWindow::Item& item : t.items) w.AddItem(item.id, item.rect, item.style);
+    dialog.OnInitDialog();
+  } catch (...) {
+    // A dialog whose start-up failed has no window.
+    dialog.DestroyWindow();
+    throw;
+  }
   return true;
 }
 
 INT_PTR MemoryDialogFramework::RunModal(CBCGPDialog& dialog) {
+  if (!Make(dialog, dialog.GetTemplateId(), true)) return -1;
   try {
-    if (!Make(dialog, dialog.GetTemplateId(), true)) return -1;
     if (user_) user_(dialog, static_cast<MemoryWindow&>(*dialog.GetWindow()));
     // A user who ended nothing closed the window: that is Cancel.
     if (!dialog.IsEnded()) dialog.OnCancel();
@@ -79,7 +85,7 @@ INT_PTR MemoryDialogFramework::RunModal(CBCGPDialog& dialog) {
 
 void MemoryDialogFramework::EndDialog(CBCGPDialog& dialog, int) {
   if (!dialog.IsModal() && dialog.GetWindow() != nullptr) {
-    static_cast<MemoryWindow*>(dialog.GetWindow())->SetVisible(false);
+    dialog.GetWindow()->Show(false);
   }
 }
 

@@ -45,6 +45,8 @@ void HwndWindow::Enable(bool enable) { ::EnableWindow(hwnd_, enable ? TRUE : FAL
 
 bool HwndWindow::IsVisible() const { return ::IsWindowVisible(hwnd_) != FALSE; }
 
+void HwndWindow::Show(bool show) { ::ShowWindow(hwnd_, show ? SW_SHOW : SW_HIDE); }
+
 void HwndWindow::SetFocus() { ::SetFocus(hwnd_); }
 
 bool HwndWindow::HasFocus() const { return ::GetFocus() == hwnd_; }

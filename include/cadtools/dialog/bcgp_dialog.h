@@ -78,5 +78,7 @@ class CADTOOLS_API CBCGPDialog : public CWnd {
 // For dialog frameworks: the state they keep in the dialog.
 class CADTOOLS_API CBCGPDialogAccess {
  public:
-  static void BeginRun(CBCGPDialog& dialog, bool modal) noexcept;
+  // A run begins: made by framework, modal or not, not ended.
+  static void BeginRun(CBCGPDialog& dialog, cadtools::ui::DialogFramework& framework, bool modal) noexcept;
+  static void MarkEnded(CBCGPDialog& dialog, int result) noexcept;
 };

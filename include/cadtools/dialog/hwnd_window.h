@@ -29,6 +29,7 @@ class CADTOOLS_API HwndWindow : public Window {
   bool HasResizableFrame() const override;
   void Enable(bool enable) override;
   bool IsVisible() const override;
+  void Show(bool show) override;
   void SetFocus() override;
   bool HasFocus() const override;
   // The icon at the small-icon size, from the resource module.

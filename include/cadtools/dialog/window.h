@@ -56,6 +56,7 @@ class CADTOOLS_API Window {
   virtual void Enable(bool enable) = 0;
   // Shown (WS_VISIBLE, and every parent shown).
   virtual bool IsVisible() const = 0;
+  virtual void Show(bool show) = 0;
   // Gives this window the keyboard focus; whether it has it.
   virtual void SetFocus() = 0;
   virtual bool HasFocus() const = 0;
@@ -107,6 +108,7 @@ class CADTOOLS_API MemoryWindow final : public Window {
   bool HasResizableFrame() const override { return resizable_; }
   void Enable(bool enable) override { enabled_ = enable; }
   bool IsVisible() const override { return visible_; }
+  void Show(bool show) override { visible_ = show; }
   void SetFocus() override;
   bool HasFocus() const override;
   void SetSmallIcon(UINT iconId) override { small_icon_ = iconId; }
@@ -125,7 +127,6 @@ class CADTOOLS_API MemoryWindow final : public Window {
 
   void SetWindowRect(const CRect& rect) noexcept { rect_ = rect; }
   void SetZoomed(bool zoomed) noexcept { zoomed_ = zoomed; }
-  void SetVisible(bool visible) noexcept { visible_ = visible; }
   bool IsEnabled() const noexcept { return enabled_; }
   UINT SmallIcon() const noexcept { return small_icon_; }
   // As Windows asks a resizable window before it takes a new size: the
