@@ -6,9 +6,11 @@
 #include "help.h"
 #include "placement.h"
 #include "settings.h"
+#include "symbol_commands.h"
 #include "text_commands.h"
 #include "tour.h"
 
+#include <cadtools/bridge/managed_exception.h>
 #include <cadtools/compat/exceptions.h>
 #include <cadtools/version.h>
 
@@ -49,6 +51,8 @@ void Dispatch(std::span<const std::string_view> args, std::istream& in, std::ost
     RunCharset(args.subspan(1), out);
   } else if (command == "font") {
     RunFont(args.subspan(1), out);
+  } else if (command == "symbol") {
+    RunSymbol(args.subspan(1), out);
   } else {
     throw UsageError("unknown command '" + std::string(command) + "'");
   }
@@ -76,9 +80,16 @@ int Run(std::span<const std::string_view> args, std::istream& in, std::ostream& 
     err << "cadtools: out of memory\n";
     return kExitOutput;
   } catch (CException* e) {
-    // The library's own exceptions come as heap pointers.
+    // The library's own exceptions come as heap pointers. Managed code's and
+    // a missing runtime's say what happened; the others only that an
+    // argument was refused.
+    std::string what = "the library rejected an argument";
+    if (dynamic_cast<CManagedException*>(e) != nullptr || dynamic_cast<CRuntimeUnavailableException*>(e) != nullptr) {
+      WCHAR text[512];
+      if (e->GetErrorMessage(text, 512)) what = ToUtf8(CString(text));
+    }
     e->Delete();
-    err << "cadtools: the library rejected an argument\n";
+    err << "cadtools: " << what << '\n';
     return kExitOutput;
   } catch (const std::exception& e) {
     err << "cadtools: " << e.what() << '\n';

@@ -38,7 +38,8 @@ std::string ShortUsage() {
          "       cadtools placement [--app NAME | --root ROOT] [--store DIR] list|clear\n"
          "       cadtools convert --from CP --to CP [FILE]\n"
          "       cadtools charset [NAME|NUMBER]\n"
-         "       cadtools font [--app NAME | --root ROOT] [--store DIR]\n";
+         "       cadtools font [--app NAME | --root ROOT] [--store DIR]\n"
+         "       cadtools symbol load DATABASE\\FOLDER\\SYMBOL [--database DIR] | type TEXT\n";
 }
 
 std::string NatsortUsage() {
@@ -184,6 +185,20 @@ std::string FontUsage() {
          "exit status: 0 done, 2 bad arguments.\n";
 }
 
+std::string SymbolUsage() {
+  return "usage: cadtools symbol load DATABASE\\FOLDER\\SYMBOL [--database DIR]\n"
+         "       cadtools symbol type TEXT\n"
+         "  load: the symbol's entity count, object type and connection texts, as the\n"
+         "  host's Load3DSymbolFromDb gives them, from the symbol database in DIR (a\n"
+         "  folder DATABASE\\FOLDER\\SYMBOL.sym); without --database, the demonstration\n"
+         "  database that comes with the build tree.\n"
+         "  type: the object type for a component-type text, as TextToObjectType gives\n"
+         "  it: '$Cable channel' in any letter case is 19102; unknown texts are 19000.\n"
+         "  Both go through the managed bridge and the stand-ins for the host's symbol\n"
+         "  components.\n\n"
+         "exit status: 0 done, 1 no such symbol or no runtime, 2 bad arguments.\n";
+}
+
 std::string GeomShortUsage() {
   std::string names;
   for (const Question& q : Questions()) names += (names.empty() ? "" : ", ") + std::string(q.name);
@@ -215,6 +230,7 @@ std::string FullHelp() {
          "  convert    convert text between code pages with Windows' results\n"
          "  charset    font charsets, their names and code pages\n"
          "  font       the host's default font face and where it comes from\n"
+         "  symbol     load a three-dimensional symbol, or map a component type\n"
          "  --version  print the version\n"
          "Each command prints its own usage with --help. Text is UTF-8.\n"
          "\n" +

@@ -30,5 +30,7 @@ std::string PlacementUsage();
 std::string ConvertUsage();
 std::string CharsetUsage();
 std::string FontUsage();
+// `cadtools symbol --help`.
+std::string SymbolUsage();
 
 }  // namespace cadtools::cli

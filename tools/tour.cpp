@@ -177,8 +177,8 @@ void PrintTour(std::ostream& out) {
   CodePagesTour(t);
   BridgeTour(t);
   out << "\nAsk your own: cadtools geom --help (add --svg FILE for a picture), and\n"
-         "cadtools natsort, like, nextname, units, settings, placement, convert, charset\n"
-         "and font, each with --help.\n";
+         "cadtools natsort, like, nextname, units, settings, placement, convert, charset,\n"
+         "font and symbol, each with --help.\n";
 }
 
 }  // namespace cadtools::cli

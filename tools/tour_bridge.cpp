@@ -1,35 +1,21 @@
 // The tour's section on the managed bridge: a string crossing into the
 // runtime and back, and what the host's equipment browser receives from
 // its facade (played by the stand-in assemblies built with the tree).
+#include "stand_ins.h"
 #include "tour_steps.h"
 
 #include <cadtools/bridge/dotnet_utils.h>
 #include <cadtools/bridge/managed_exception.h>
 #include <cadtools/bridge/runtime.h>
+#include <cadtools/bridge/symbol_selector.h>
 #include <cadtools/bridge/type_explorer.h>
 
-#include "bridge/bridge_assembly.h"
-
-#include <filesystem>
 #include <string>
 
 namespace cadtools::cli {
 namespace {
 
 using bridge::Runtime;
-
-// The stand-ins come with the build tree, beside this program; an installed
-// cadtools has none.
-bool LoadStandIns(Runtime& rt) {
-  const std::filesystem::path folder = bridge::detail::ModuleFolder();
-  for (const char* file : {"CadTools.StandIns.dll", "OrvDatabaseControls.dll"}) {
-    const std::filesystem::path path = folder / file;
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return false;
-    rt.LoadAssembly(FromUtf8(path.string()).View());
-  }
-  return true;
-}
 
 std::string Units(const bridge::Object& s) { return Int(s.Get(CADTOOLS_WIDE("Length")).AsInt()); }
 
@@ -56,6 +42,31 @@ void BrowserCalls(Tour& t) {
   }
 }
 
+void SymbolCalls(Tour& t) {
+  Runtime::Get().SetStatic(CADTOOLS_WIDE("CADInterface.DiagramInterface"), CADTOOLS_WIDE("DatabaseFolder"),
+                           FromUtf8(DemoSymbolDatabase().string()));
+  const auto load = [](const WCHAR* path) {
+    int entities = 0;
+    LONG type = 0;
+    CStringArray connections;
+    connections.Add(CADTOOLS_WIDE("(yours)"));
+    const int loaded = CDotNetWrapper().Load3DSymbolFromDb(CString(), path, entities, type, connections);
+    std::string text = Int(loaded) + ": " + Int(entities) + " entities, type " + Int(type);
+    for (INT_PTR i = 0; i < connections.GetSize(); ++i) text += (i == 0 ? ", connections " : " ") + ToUtf8(connections[i]);
+    return text;
+  };
+  t.Step("Load3DSymbolFromDb(\"Main\\Terminals\\UK5N\")", load(CADTOOLS_WIDE("Main\\Terminals\\UK5N")),
+         "appended after yours");
+  t.Step("Load3DSymbolFromDb(\"Main\\Terminals\")", load(CADTOOLS_WIDE("Main\\Terminals")),
+         "two fields: nothing loaded");
+  CSymbol3DSelectorDlg dialog;
+  const auto type = [&dialog](const WCHAR* text) {
+    return Int(dialog.TextToObjectType(CDotNetUtils::CString2DotNetString(text)));
+  };
+  t.Step("TextToObjectType(\"$cable CHANNEL\")", type(CADTOOLS_WIDE("$cable CHANNEL")), "any letter case");
+  t.Step("TextToObjectType(\" $Rail\")", type(CADTOOLS_WIDE(" $Rail")), "no trimming: a component");
+}
+
 }  // namespace
 
 void BridgeTour(Tour& t) {
@@ -80,11 +91,14 @@ void BridgeTour(Tour& t) {
     t.Step("new System.Guid(\"rail\")", ToUtf8(e->TypeName()), "a managed exception, caught as CException*");
     e->Delete();
   }
-  if (!LoadStandIns(Runtime::Get())) {
-    t.Step("the equipment browser", "not shown", "its stand-in comes with the build tree, not the package");
+  if (!LoadStandIns({"CadTools.StandIns.dll", "OrvDatabaseControls.dll", "OrvCADBaseModel.dll", "Orv3DEditor.dll",
+                     "CADInterface.dll"})) {
+    t.Step("the host's components", "not shown", "their stand-ins come with the build tree, not the package");
     return;
   }
   BrowserCalls(t);
+  t.Heading("Three-dimensional symbols (cadtools symbol), from the demonstration database");
+  SymbolCalls(t);
 }
 
 }  // namespace cadtools::cli

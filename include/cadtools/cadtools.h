@@ -42,6 +42,9 @@
 #include <cadtools/dialog/displays.h>
 #include <cadtools/dialog/resource_module.h>
 #include <cadtools/dialog/button_st.h>
+#include <cadtools/dialog/wnd.h>
+#include <cadtools/dialog/bcgp_dialog.h>
+#include <cadtools/dialog/dialog_framework.h>
 #include <cadtools/dialog/base_dialog.h>
 
 // The managed bridge.
@@ -53,6 +56,11 @@
 #include <cadtools/bridge/host_types.h>
 #include <cadtools/bridge/type_explorer.h>
 #include <cadtools/bridge/type_editor.h>
+#include <cadtools/bridge/com_objects.h>
+#include <cadtools/bridge/winforms_control.h>
+#include <cadtools/bridge/docking_bar.h>
+#include <cadtools/bridge/dock_wrappers.h>
+#include <cadtools/bridge/symbol_selector.h>
 
 // Library version.
 #include <cadtools/version.h>

@@ -81,6 +81,10 @@ Object Object::CallForObject(WStringView method, Args args) const {
   return ByName(*this, detail::kMethod, method, args, detail::kStringAsObject).AsObject();
 }
 
+Object Object::GetForObject(WStringView property) const {
+  return ByName(*this, detail::kGet, property, {}, detail::kStringAsObject).AsObject();
+}
+
 Value Object::Get(WStringView property, Args index) const { return ByName(*this, detail::kGet, property, index); }
 
 void Object::Set(WStringView property, Arg value) const { ByName(*this, detail::kSet, property, {value}); }

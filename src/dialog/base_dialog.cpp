@@ -21,8 +21,10 @@ CString MarkerKey(const CString& key) { return key + CADTOOLS_WIDE("Maximized");
 
 }  // namespace
 
-CBaseDialog::CBaseDialog(UINT nIDTemplate, cadtools::ui::Window* window)
-    : m_bVisualManagerStyle(1), m_bMaximized(0), m_nIDTemplate(nIDTemplate), m_pWindow(window) {}
+CBaseDialog::CBaseDialog(UINT nIDTemplate, cadtools::ui::Window* window, CWnd* pParentWnd)
+    : CBCGPDialog(nIDTemplate, pParentWnd), m_bVisualManagerStyle(1), m_bMaximized(0), m_nIDTemplate(nIDTemplate) {
+  SetWindow(window);
+}
 
 CBaseDialog::~CBaseDialog() { DeleteButtons(); }
 
@@ -51,6 +53,7 @@ BOOL CBaseDialog::GetDialogRect(CRect& rect) {
 }
 
 BOOL CBaseDialog::OnInitDialog() {
+  CBCGPDialog::OnInitDialog();
   const CString key = GetRegKey();
   CRegRect marker(MarkerKey(key), kNone);
   CRegRect placement(key, kNone);
@@ -105,10 +108,12 @@ void CBaseDialog::ClearAllSavedPosition() {
 
 void CBaseDialog::OnDestroy() {
   SavePos();
+  CBCGPDialog::OnDestroy();
   DeleteButtons();
 }
 
 void CBaseDialog::OnSize(UINT nType, int cx, int cy) {
+  CBCGPDialog::OnSize(nType, cx, cy);
   if (nType != kSizeMinimized && nType != kSizeMaximized) DefaultSizeHandling(nType, cx, cy);
 }
 

@@ -32,7 +32,7 @@ HMODULE& ChosenModule() noexcept {
 CString ModulePath() {
   // A path longer than this would not split into the name buffers anyway.
   WCHAR path[1024];
-  const HMODULE module = ChosenModule() ? ChosenModule() : ::GetModuleHandleW(nullptr);
+  const HMODULE module = GetResourceModule();
   const DWORD n = ::GetModuleFileNameW(module, path, 1024);
   if (n == 0 || n >= 1024) return CString();
   return CString(path, static_cast<int>(n));
@@ -67,6 +67,8 @@ CString ProgramPath() {
 
 #if defined(_WIN32)
 void SetResourceModule(HMODULE module) noexcept { ChosenModule() = module; }
+
+HMODULE GetResourceModule() noexcept { return ChosenModule() ? ChosenModule() : ::GetModuleHandleW(nullptr); }
 
 CString GetResourceModuleName() { return ModuleBaseName(ModulePath()); }
 #else

@@ -15,6 +15,9 @@
 
 namespace cadtools::bridge::testing {
 
+// The demonstration symbol database.
+inline CString SymbolDatabase() { return FromUtf8(CADTOOLS_TEST_SYMBOLS); }
+
 // Path of an assembly built for the tests.
 inline CString TestAssembly(const char* file) {
   return FromUtf8(std::string(CADTOOLS_TEST_ASSEMBLY_DIR) + "/" + file);
@@ -29,7 +32,8 @@ inline bool RuntimeReady(std::string* why) {
       return "no managed runtime: " + ToUtf8(reason);
     }
     Runtime& rt = Runtime::Get();
-    for (const char* file : {"CadTools.StandIns.dll", "OrvDatabaseControls.dll", "BridgeProbe.dll"}) {
+    for (const char* file : {"CadTools.StandIns.dll", "OrvDatabaseControls.dll", "Orv.API.Manager.dll",
+                             "OrvCADBaseModel.dll", "Orv3DEditor.dll", "CADInterface.dll", "BridgeProbe.dll"}) {
       rt.LoadAssembly(TestAssembly(file).View());
     }
     return std::string();

@@ -20,3 +20,35 @@ struct OrvEquipmentEditorDialog {
 };
 
 }  // namespace OrvDatabaseControls
+
+namespace Orv::API::Manager {
+
+// The host's pane control, hosted in a docking pane's dialog.
+struct OrvPaneControl {
+  static constexpr const WCHAR* kTypeName = CADTOOLS_WIDE("Orv.API.Manager.OrvPaneControl, Orv.API.Manager");
+};
+
+// The host's docking pane, handed over as a COM pointer.
+struct OrvDockingPane {
+  static constexpr const WCHAR* kTypeName = CADTOOLS_WIDE("Orv.API.Manager.OrvDockingPane, Orv.API.Manager");
+};
+
+}  // namespace Orv::API::Manager
+
+namespace Orv3DEditor {
+
+// The three-dimensional symbol browser control.
+struct OrvSymbolControl {
+  static constexpr const WCHAR* kTypeName = CADTOOLS_WIDE("Orv3DEditor.OrvSymbolControl, Orv3DEditor");
+};
+
+}  // namespace Orv3DEditor
+
+namespace CADInterface {
+
+// Loads symbols and reads their attributes and connections.
+struct DiagramInterface {
+  static constexpr const WCHAR* kTypeName = CADTOOLS_WIDE("CADInterface.DiagramInterface, CADInterface");
+};
+
+}  // namespace CADInterface

@@ -156,6 +156,8 @@ class CADTOOLS_API Object {
   // hold it as text: a string result stays a managed string.
   Object CallForObject(WStringView method, Args args = {}) const;
   Value Get(WStringView property, Args index = {}) const;
+  // The same as an object (a string stays a managed string).
+  Object GetForObject(WStringView property) const;
   void Set(WStringView property, Arg value) const;
   // An indexed property: the index arguments, then the value.
   void SetIndexed(WStringView property, Args indexThenValue) const;

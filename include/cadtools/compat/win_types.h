@@ -70,6 +70,26 @@ struct RECT {
   LONG bottom;
 };
 
+// What a window is asked before it takes a size (WM_GETMINMAXINFO).
+struct MINMAXINFO {
+  POINT ptReserved;
+  POINT ptMaxSize;
+  POINT ptMaxPosition;
+  POINT ptMinTrackSize;
+  POINT ptMaxTrackSize;
+};
+
+// Handed to creation handlers, which pass it on unread.
+struct CREATESTRUCTW;
+using LPCREATESTRUCTW = CREATESTRUCTW*;
+
+// A COM object's dispatch interface; here only ever passed through.
+struct IDispatch;
+
+// The dialog command ids of the OK and Cancel buttons.
+inline constexpr int IDOK = 1;
+inline constexpr int IDCANCEL = 2;
+
 #endif
 
 // A UTF-16 literal of type const WCHAR[]: CADTOOLS_WIDE("abc").

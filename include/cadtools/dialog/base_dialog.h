@@ -38,24 +38,22 @@
 #include <cadtools/compat/cstring.h>
 #include <cadtools/compat/point_size_rect.h>
 #include <cadtools/compat/win_types.h>
+#include <cadtools/dialog/bcgp_dialog.h>
 #include <cadtools/dialog/button_st.h>
 #include <cadtools/dialog/window.h>
 #include <cadtools/export.h>
 
-class CADTOOLS_API CBaseDialog {
+class CADTOOLS_API CBaseDialog : public CBCGPDialog {
  public:
-  // window may come later through SetWindow; until there is one, the
-  // operations that need it (RestorePos, SavePos, the modal-state pair) do
-  // nothing.
-  explicit CBaseDialog(UINT nIDTemplate, cadtools::ui::Window* window = nullptr);
+  // window may come later through SetWindow, or from the dialog framework
+  // when the dialog is created or run; until there is one, the operations
+  // that need it (RestorePos, SavePos, the modal-state pair) do nothing.
+  explicit CBaseDialog(UINT nIDTemplate, cadtools::ui::Window* window = nullptr, CWnd* pParentWnd = nullptr);
   CBaseDialog(const CBaseDialog&) = delete;
   CBaseDialog& operator=(const CBaseDialog&) = delete;
   // Deletes buttons still registered, for a dialog whose window was never
   // destroyed.
-  virtual ~CBaseDialog();
-
-  void SetWindow(cadtools::ui::Window* window) noexcept { m_pWindow = window; }
-  cadtools::ui::Window* GetWindow() const noexcept { return m_pWindow; }
+  ~CBaseDialog() override;
 
   // While a modal window is over this one: disables, then enables again,
   // the dialog's own window.
@@ -68,8 +66,8 @@ class CADTOOLS_API CBaseDialog {
   //    is reset to (0, 0, 0, 0), and its maximised marker with it;
   //  - m_bMaximized becomes 1 when the marker is (-1, -1, -1, -1).
   // Both values exist afterwards, (0, 0, 0, 0) on a first opening.
-  // Returns TRUE.
-  virtual BOOL OnInitDialog();
+  // CBCGPDialog's start-up (the data exchange) runs first. Returns TRUE.
+  BOOL OnInitDialog() override;
 
   // The placement value's key string below the root:
   // "Settings\WindowPos\IDD<m_nIDTemplate><width>x<height><module>".
@@ -100,13 +98,13 @@ class CADTOOLS_API CBaseDialog {
   // the one that offers the command.
   void ClearAllSavedPosition();
 
-  // When the window goes: SavePos, then deletes every registered button and
-  // empties m_arrButtons.
-  virtual void OnDestroy();
+  // When the window goes: SavePos, CBCGPDialog's handling, then deletes
+  // every registered button and empties m_arrButtons.
+  void OnDestroy() override;
 
-  // The size handler. Restored and other non-minimised, non-maximised
-  // sizes also go to DefaultSizeHandling.
-  virtual void OnSize(UINT nType, int cx, int cy);
+  // The size handler: CBCGPDialog's first. Restored and other
+  // non-minimised, non-maximised sizes also go to DefaultSizeHandling.
+  void OnSize(UINT nType, int cx, int cy) override;
 
   // Whether the visual-manager look was requested (OnInitDialog does so
   // while m_bVisualManagerStyle is non-zero).
@@ -136,6 +134,5 @@ class CADTOOLS_API CBaseDialog {
   CString GetCurrentModuleName();
   void DeleteButtons() noexcept;
 
-  cadtools::ui::Window* m_pWindow;
   bool m_bVisualManagerStyleEnabled = false;
 };

@@ -22,6 +22,9 @@ namespace cadtools::ui {
 #if defined(_WIN32)
 // nullptr goes back to the program.
 CADTOOLS_API void SetResourceModule(HMODULE module) noexcept;
+// Where dialog templates and icons are found: the module set, else the
+// program.
+CADTOOLS_API HMODULE GetResourceModule() noexcept;
 #else
 // An empty name goes back to the program's name.
 CADTOOLS_API void SetResourceModuleName(const CString& name);

@@ -172,6 +172,10 @@ public static unsafe class Marshalling {
     } else if (o is int || o is short || o is sbyte || o is byte || o is ushort || o is uint || o is long) {
       r->Kind = Kind.Int;
       r->Number = Convert.ToInt64(o, System.Globalization.CultureInfo.InvariantCulture);
+    } else if (o is IntPtr) {
+      // Native handles (a control's window) cross as numbers.
+      r->Kind = Kind.Int;
+      r->Number = ((IntPtr)o).ToInt64();
     } else if (o is double || o is float) {
       r->Kind = Kind.Double;
       r->Number = BitConverter.DoubleToInt64Bits(Convert.ToDouble(o, System.Globalization.CultureInfo.InvariantCulture));

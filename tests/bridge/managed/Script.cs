@@ -65,6 +65,7 @@ public static class Script {
 
   static string Show(object o) {
     if (o == null) return "null";
+    if (o is StandIn) return o.ToString();
     if (o is string) return "\"" + o + "\"";
     if (o is bool) return (bool)o ? "true" : "false";
     if (o is Enum) return o.GetType().Name + "." + o;
@@ -90,6 +91,9 @@ public abstract class StandIn : IDisposable {
 
   // Dispose is recorded so that a test sees whether anyone called it.
   public void Dispose() { Record("Dispose", null); }
+
+  // How the log names this object: its class and number.
+  public override string ToString() { return className + "#" + instance; }
 }
 
 }  // namespace CadTools.StandIns
