@@ -1,0 +1,269 @@
+#include "natural_sort.h"
+
+#include "parallel.h"
+#include "text/natural_sort_key.h"
+
+#include <cadtools/compat/cstring.h>
+#include <cadtools/text_tools.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <numeric>
+
+namespace cadtools::cli {
+namespace {
+
+constexpr std::size_t kChunk = 8;  // key bytes compared at once
+
+// A line's key, in the key store of the part that made it.
+struct KeyRef {
+  const char* data;
+  std::size_t size;
+};
+
+// A line and kChunk bytes of its key from the depth being sorted.
+struct Entry {
+  std::uint64_t chunk;
+  std::size_t line;
+};
+
+// Entries in key order, and lines in input order where their keys agree:
+// a stable sort is a sort by key and line.
+bool operator<(const Entry& a, const Entry& b) noexcept {
+  return a.chunk != b.chunk ? a.chunk < b.chunk : a.line < b.line;
+}
+
+std::uint64_t FromBigEndian(std::uint64_t raw) noexcept {
+  if constexpr (std::endian::native == std::endian::little) return __builtin_bswap64(raw);
+  return raw;
+}
+
+// kChunk bytes of a key from `depth` as a big-endian number, zeros past
+// its end; since keys hold no zero byte, such numbers order as the keys.
+// Every key store ends with kChunk spare bytes, so the load stays inside.
+std::uint64_t ChunkAt(const KeyRef& key, std::size_t depth) noexcept {
+  if (depth >= key.size) return 0;
+  std::uint64_t raw = 0;
+  std::memcpy(&raw, key.data + depth, kChunk);
+  const std::uint64_t value = FromBigEndian(raw);
+  const std::size_t rest = key.size - depth;
+  return rest >= kChunk ? value : value & (~std::uint64_t{0} << (8 * (kChunk - rest)));
+}
+
+// The keys of a stretch of lines, made by one thread.
+struct KeyedPart {
+  std::unique_ptr<char[]> store;
+  std::vector<Entry> entries;         // lines with a key, their first chunk
+  std::vector<std::size_t> keyless;   // lines without, in input order
+};
+
+void MakeKeys(std::span<const std::string_view> lines, std::size_t begin, std::size_t end, KeyRef* keys,
+              KeyedPart& part) {
+  std::size_t room = kChunk;
+  for (std::size_t i = begin; i < end; ++i) room += text::NaturalSortKeyBound(lines[i].size());
+  part.store = std::make_unique_for_overwrite<char[]>(room);
+  part.entries.reserve(end - begin);
+  char* out = part.store.get();
+  for (std::size_t i = begin; i < end; ++i) {
+    const std::size_t size = text::WriteNaturalSortKeyUtf8(lines[i], out);
+    if (size == text::kNoSortKey) {
+      part.keyless.push_back(i);
+      continue;
+    }
+    keys[i] = {out, size};
+    part.entries.push_back({0, i});
+    out += size;
+  }
+  std::memset(out, 0, kChunk);
+  for (Entry& entry : part.entries) entry.chunk = ChunkAt(keys[entry.line], 0);
+}
+
+// Sorts entries by key and line, kChunk bytes a round: entries that agree
+// so far are sorted again by their next bytes until their keys end.
+// same[i] tells whether entry i has the key of entry i - 1.
+void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::vector<std::uint8_t>& same) {
+  same.assign(entries.size(), 0);
+  struct Range {
+    std::size_t begin, end, depth;
+  };
+  std::vector<Range> todo{{0, entries.size(), 0}};
+  while (!todo.empty()) {
+    const Range r = todo.back();
+    todo.pop_back();
+    Entry* const first = entries.data() + r.begin;
+    Entry* const last = entries.data() + r.end;
+    if (r.depth != 0) {
+      for (Entry* e = first; e != last; ++e) e->chunk = ChunkAt(keys[e->line], r.depth);
+    }
+    if (!std::is_sorted(first, last)) std::sort(first, last);
+    for (std::size_t g = r.begin; g < r.end;) {
+      std::size_t h = g + 1;
+      while (h < r.end && entries[h].chunk == entries[g].chunk) ++h;
+      if (h - g > 1) {
+        // A zero in the last byte: the keys ended within this chunk.
+        if ((entries[g].chunk & 0xFF) == 0) {
+          std::fill(same.begin() + static_cast<std::ptrdiff_t>(g + 1), same.begin() + static_cast<std::ptrdiff_t>(h), 1);
+        } else {
+          todo.push_back({g, h, r.depth + kChunk});
+        }
+      }
+      g = h;
+    }
+  }
+}
+
+// Chunk values that cut the entries into `count` buckets of about the same
+// size; equal chunks always fall into the same bucket.
+std::vector<std::uint64_t> Splitters(const std::vector<KeyedPart>& parts, unsigned count) {
+  std::size_t total = 0;
+  for (const KeyedPart& part : parts) total += part.entries.size();
+  const std::size_t step = std::max<std::size_t>(1, total / (256 * std::size_t{count}));
+  std::vector<std::uint64_t> sample;
+  for (const KeyedPart& part : parts) {
+    for (std::size_t i = 0; i < part.entries.size(); i += step) sample.push_back(part.entries[i].chunk);
+  }
+  std::sort(sample.begin(), sample.end());
+  std::vector<std::uint64_t> splitters;
+  for (unsigned b = 1; b < count && !sample.empty(); ++b) splitters.push_back(sample[b * sample.size() / count]);
+  return splitters;
+}
+
+unsigned BucketOf(std::uint64_t chunk, const std::vector<std::uint64_t>& splitters) noexcept {
+  return static_cast<unsigned>(std::upper_bound(splitters.begin(), splitters.end(), chunk) - splitters.begin());
+}
+
+// The lines in key order, on `threads` threads, and whether each has the
+// key of the one before.
+struct KeyOrder {
+  std::vector<std::size_t> lines;
+  std::vector<std::uint8_t> same;
+  std::vector<std::size_t> keyless;
+};
+
+KeyOrder SortKeyed(std::span<const std::string_view> lines, unsigned threads) {
+  const std::size_t n = lines.size();
+  const auto keys = std::make_unique_for_overwrite<KeyRef[]>(n);
+  std::vector<KeyedPart> parts(threads);
+  RunParallel(threads, [&](unsigned t) { MakeKeys(lines, n * t / threads, n * (t + 1) / threads, keys.get(), parts[t]); });
+
+  // Each thread takes the entries of one bucket from every part and sorts them.
+  const std::vector<std::uint64_t> splitters = Splitters(parts, threads);
+  std::vector<std::vector<Entry>> buckets(threads);
+  std::vector<std::vector<std::uint8_t>> same(threads);
+  RunParallel(threads, [&](unsigned b) {
+    std::vector<Entry>& mine = buckets[b];
+    if (threads == 1) {
+      mine = std::move(parts[0].entries);
+    } else {
+      std::size_t count = 0;
+      for (const KeyedPart& part : parts) {
+        for (const Entry& e : part.entries) count += BucketOf(e.chunk, splitters) == b ? 1U : 0U;
+      }
+      mine.reserve(count);
+      for (const KeyedPart& part : parts) {
+        for (const Entry& e : part.entries) {
+          if (BucketOf(e.chunk, splitters) == b) mine.push_back(e);
+        }
+      }
+    }
+    SortByKeys(mine, keys.get(), same[b]);
+  });
+
+  KeyOrder order;
+  order.lines.reserve(n);
+  order.same.reserve(n);
+  for (unsigned b = 0; b < threads; ++b) {
+    for (const Entry& e : buckets[b]) order.lines.push_back(e.line);
+    order.same.insert(order.same.end(), same[b].begin(), same[b].end());
+  }
+  for (const KeyedPart& part : parts) order.keyless.insert(order.keyless.end(), part.keyless.begin(), part.keyless.end());
+  return order;
+}
+
+// Puts the lines without a key in their places: sorted among themselves
+// with NaturalCompare, each after the keyed lines that compare smaller. No
+// keyed line compares equal to one without a key: a digit beyond ASCII
+// equals no other unit, not even in another case.
+void InsertKeyless(std::span<const std::string_view> lines, KeyOrder& order) {
+  const auto wide = [&](std::size_t line) { return FromUtf8(lines[line]); };
+  const auto compare = [](const CString& a, const CString& b) { return CTextTools::NaturalCompare(a, b); };
+  std::vector<CString> names;
+  for (const std::size_t line : order.keyless) names.push_back(wide(line));
+  std::vector<std::size_t> sorted(names.size());
+  std::iota(sorted.begin(), sorted.end(), std::size_t{0});
+  std::stable_sort(sorted.begin(), sorted.end(),
+                   [&](std::size_t a, std::size_t b) { return compare(names[a], names[b]) < 0; });
+
+  std::vector<std::size_t> merged;
+  std::vector<std::uint8_t> same;
+  std::vector<std::uint8_t> inserted;
+  merged.reserve(order.lines.size() + sorted.size());
+  const auto take = [&](std::size_t from, std::size_t to) {
+    merged.insert(merged.end(), order.lines.begin() + static_cast<std::ptrdiff_t>(from),
+                  order.lines.begin() + static_cast<std::ptrdiff_t>(to));
+    same.insert(same.end(), order.same.begin() + static_cast<std::ptrdiff_t>(from),
+                order.same.begin() + static_cast<std::ptrdiff_t>(to));
+    inserted.insert(inserted.end(), to - from, 0);
+  };
+  std::size_t from = 0;
+  for (const std::size_t s : sorted) {
+    // Never before the place of the one before, so that the lines stay
+    // sorted among themselves even where the comparison goes in circles.
+    const auto at = std::partition_point(
+        order.lines.begin() + static_cast<std::ptrdiff_t>(from), order.lines.end(),
+        [&](std::size_t keyed) { return compare(wide(keyed), names[s]) < 0; });
+    const auto to = static_cast<std::size_t>(at - order.lines.begin());
+    take(from, to);
+    merged.push_back(order.keyless[s]);
+    same.push_back(0);
+    inserted.push_back(1);
+    from = to;
+  }
+  take(from, order.lines.size());
+  for (std::size_t k = 1; k < merged.size(); ++k) {
+    if (inserted[k] != 0 || inserted[k - 1] != 0) same[k] = compare(wide(merged[k - 1]), wide(merged[k])) == 0 ? 1 : 0;
+  }
+  order.lines = std::move(merged);
+  order.same = std::move(same);
+}
+
+}  // namespace
+
+std::vector<std::size_t> NaturalSortOrder(std::span<const std::string_view> lines, const NaturalSortOptions& options) {
+  const std::size_t perThread = std::max<std::size_t>(options.minLinesPerThread, 1);
+  const auto threads = static_cast<unsigned>(std::clamp<std::size_t>(lines.size() / perThread, 1, std::max(options.threads, 1U)));
+  KeyOrder order = SortKeyed(lines, threads);
+  if (!order.keyless.empty()) InsertKeyless(lines, order);
+  if (!options.reverse && !options.unique) return std::move(order.lines);
+
+  // Equal lines stand together; reversed, the groups change places but
+  // keep their lines in input order.
+  std::vector<std::size_t> printed;
+  printed.reserve(order.lines.size());
+  const auto group = [&](std::size_t begin, std::size_t end) {
+    const auto first = order.lines.begin() + static_cast<std::ptrdiff_t>(begin);
+    printed.insert(printed.end(), first, options.unique ? first + 1 : order.lines.begin() + static_cast<std::ptrdiff_t>(end));
+  };
+  const std::size_t n = order.lines.size();
+  if (!options.reverse) {
+    for (std::size_t begin = 0; begin < n;) {
+      std::size_t end = begin + 1;
+      while (end < n && order.same[end] != 0) ++end;
+      group(begin, end);
+      begin = end;
+    }
+  } else {
+    for (std::size_t end = n; end > 0;) {
+      std::size_t begin = end - 1;
+      while (begin > 0 && order.same[begin] != 0) --begin;
+      group(begin, end);
+      end = begin;
+    }
+  }
+  return printed;
+}
+
+}  // namespace cadtools::cli
