@@ -12,6 +12,7 @@
 #include <cstring>
 #include <memory>
 #include <numeric>
+#include <utility>
 
 namespace cadtools::cli {
 namespace {
@@ -53,39 +54,92 @@ std::uint64_t ChunkAt(const KeyRef& key, std::size_t depth) noexcept {
   return rest >= kChunk ? value : value & (~std::uint64_t{0} << (8 * (kChunk - rest)));
 }
 
-// The keys of a stretch of lines, made by one thread.
+// Chunk values that cut the lines into `count` buckets of about the same
+// size, from the keys of a sample of the lines; equal chunks always fall
+// into the same bucket, so lines with equal keys do too.
+std::vector<std::uint64_t> Splitters(std::span<const std::string_view> lines, unsigned count) {
+  if (count < 2) return {};
+  const std::size_t step = std::max<std::size_t>(1, lines.size() / (256 * std::size_t{count}));
+  std::vector<std::uint64_t> sample;
+  std::string key;
+  for (std::size_t i = 0; i < lines.size(); i += step) {
+    key.resize(text::NaturalSortKeyBound(lines[i].size()) + kChunk);
+    const std::size_t size = text::WriteNaturalSortKeyUtf8(lines[i], key.data());
+    if (size != text::kNoSortKey) sample.push_back(ChunkAt({key.data(), size}, 0));
+  }
+  std::sort(sample.begin(), sample.end());
+  std::vector<std::uint64_t> splitters;
+  for (unsigned b = 1; b < count && !sample.empty(); ++b) splitters.push_back(sample[b * sample.size() / count]);
+  return splitters;
+}
+
+unsigned BucketOf(std::uint64_t chunk, const std::vector<std::uint64_t>& splitters) noexcept {
+  return static_cast<unsigned>(std::upper_bound(splitters.begin(), splitters.end(), chunk) - splitters.begin());
+}
+
+// The keys of a stretch of lines, made by one thread, and its lines with
+// keys by bucket, in input order.
 struct KeyedPart {
   std::unique_ptr<char[]> store;
-  std::vector<Entry> entries;         // lines with a key, their first chunk
-  std::vector<std::size_t> keyless;   // lines without, in input order
+  std::vector<std::vector<Entry>> buckets;
+  std::vector<std::size_t> keyless;  // in input order
 };
 
-void MakeKeys(std::span<const std::string_view> lines, std::size_t begin, std::size_t end, KeyRef* keys,
-              KeyedPart& part) {
+void MakeKeys(std::span<const std::string_view> lines, std::size_t begin, std::size_t end,
+              const std::vector<std::uint64_t>& splitters, KeyRef* keys, KeyedPart& part) {
   std::size_t room = kChunk;
   for (std::size_t i = begin; i < end; ++i) room += text::NaturalSortKeyBound(lines[i].size());
   part.store = std::make_unique_for_overwrite<char[]>(room);
-  part.entries.reserve(end - begin);
   char* out = part.store.get();
   for (std::size_t i = begin; i < end; ++i) {
     const std::size_t size = text::WriteNaturalSortKeyUtf8(lines[i], out);
-    if (size == text::kNoSortKey) {
+    keys[i] = {size == text::kNoSortKey ? nullptr : out, size};
+    if (size != text::kNoSortKey) out += size;
+  }
+  std::memset(out, 0, kChunk);
+  part.buckets.resize(splitters.size() + 1);
+  for (std::vector<Entry>& bucket : part.buckets) bucket.reserve((end - begin) / part.buckets.size() * 5 / 4);
+  for (std::size_t i = begin; i < end; ++i) {
+    if (keys[i].data == nullptr) {
       part.keyless.push_back(i);
       continue;
     }
-    keys[i] = {out, size};
-    part.entries.push_back({0, i});
-    out += size;
+    const std::uint64_t chunk = ChunkAt(keys[i], 0);
+    part.buckets[BucketOf(chunk, splitters)].push_back({chunk, i});
   }
-  std::memset(out, 0, kChunk);
-  for (Entry& entry : part.entries) entry.chunk = ChunkAt(keys[entry.line], 0);
 }
 
-// Sorts entries by key and line, kChunk bytes a round: entries that agree
-// so far are sorted again by their next bytes until their keys end.
-// same[i] tells whether entry i has the key of entry i - 1.
+// Sorts entries by chunk, entries with equal chunks in the order they
+// came (a radix sort, a byte a pass from the least significant; bytes
+// that all entries share are skipped). scratch has room for them all.
+void RadixSortByChunk(std::span<Entry> entries, Entry* scratch) noexcept {
+  constexpr std::size_t kBytes = sizeof(std::uint64_t);
+  std::size_t counts[kBytes][256] = {};
+  for (const Entry& e : entries) {
+    for (std::size_t b = 0; b < kBytes; ++b) ++counts[b][(e.chunk >> (8 * b)) & 0xFF];
+  }
+  Entry* from = entries.data();
+  Entry* to = scratch;
+  for (std::size_t b = 0; b < kBytes; ++b) {
+    std::size_t* const count = counts[b];
+    if (count[(from->chunk >> (8 * b)) & 0xFF] == entries.size()) continue;
+    std::size_t offset = 0;
+    for (std::size_t v = 0; v < 256; ++v) offset += std::exchange(count[v], offset);
+    for (const Entry* e = from; e != from + entries.size(); ++e) to[count[(e->chunk >> (8 * b)) & 0xFF]++] = *e;
+    std::swap(from, to);
+  }
+  if (from != entries.data()) std::copy(from, from + entries.size(), entries.data());
+}
+
+// Below this many entries a comparison sort beats the radix passes.
+constexpr std::size_t kRadixMin = 1024;
+
+// Sorts entries that come in input order by key, kChunk bytes a round:
+// entries that agree so far are sorted again by their next bytes until
+// their keys end. same[i] tells whether entry i has the key of entry i - 1.
 void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::vector<std::uint8_t>& same) {
   same.assign(entries.size(), 0);
+  std::vector<Entry> scratch;
   struct Range {
     std::size_t begin, end, depth;
   };
@@ -93,12 +147,16 @@ void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::vector<std
   while (!todo.empty()) {
     const Range r = todo.back();
     todo.pop_back();
-    Entry* const first = entries.data() + r.begin;
-    Entry* const last = entries.data() + r.end;
+    const std::span<Entry> range(entries.data() + r.begin, r.end - r.begin);
     if (r.depth != 0) {
-      for (Entry* e = first; e != last; ++e) e->chunk = ChunkAt(keys[e->line], r.depth);
+      for (Entry& e : range) e.chunk = ChunkAt(keys[e.line], r.depth);
     }
-    if (!std::is_sorted(first, last)) std::sort(first, last);
+    if (range.size() < kRadixMin) {
+      if (!std::is_sorted(range.begin(), range.end())) std::sort(range.begin(), range.end());
+    } else {
+      scratch.resize(std::max(scratch.size(), range.size()));
+      RadixSortByChunk(range, scratch.data());
+    }
     for (std::size_t g = r.begin; g < r.end;) {
       std::size_t h = g + 1;
       while (h < r.end && entries[h].chunk == entries[g].chunk) ++h;
@@ -115,28 +173,8 @@ void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::vector<std
   }
 }
 
-// Chunk values that cut the entries into `count` buckets of about the same
-// size; equal chunks always fall into the same bucket.
-std::vector<std::uint64_t> Splitters(const std::vector<KeyedPart>& parts, unsigned count) {
-  std::size_t total = 0;
-  for (const KeyedPart& part : parts) total += part.entries.size();
-  const std::size_t step = std::max<std::size_t>(1, total / (256 * std::size_t{count}));
-  std::vector<std::uint64_t> sample;
-  for (const KeyedPart& part : parts) {
-    for (std::size_t i = 0; i < part.entries.size(); i += step) sample.push_back(part.entries[i].chunk);
-  }
-  std::sort(sample.begin(), sample.end());
-  std::vector<std::uint64_t> splitters;
-  for (unsigned b = 1; b < count && !sample.empty(); ++b) splitters.push_back(sample[b * sample.size() / count]);
-  return splitters;
-}
-
-unsigned BucketOf(std::uint64_t chunk, const std::vector<std::uint64_t>& splitters) noexcept {
-  return static_cast<unsigned>(std::upper_bound(splitters.begin(), splitters.end(), chunk) - splitters.begin());
-}
-
-// The lines in key order, on `threads` threads, and whether each has the
-// key of the one before.
+// The lines in key order, on `threads` threads, whether each has the key
+// of the one before, and the lines without keys.
 struct KeyOrder {
   std::vector<std::size_t> lines;
   std::vector<std::uint8_t> same;
@@ -145,29 +183,24 @@ struct KeyOrder {
 
 KeyOrder SortKeyed(std::span<const std::string_view> lines, unsigned threads) {
   const std::size_t n = lines.size();
+  const std::vector<std::uint64_t> splitters = Splitters(lines, threads);
   const auto keys = std::make_unique_for_overwrite<KeyRef[]>(n);
   std::vector<KeyedPart> parts(threads);
-  RunParallel(threads, [&](unsigned t) { MakeKeys(lines, n * t / threads, n * (t + 1) / threads, keys.get(), parts[t]); });
+  RunParallel(threads, [&](unsigned t) {
+    MakeKeys(lines, n * t / threads, n * (t + 1) / threads, splitters, keys.get(), parts[t]);
+  });
 
-  // Each thread takes the entries of one bucket from every part and sorts them.
-  const std::vector<std::uint64_t> splitters = Splitters(parts, threads);
-  std::vector<std::vector<Entry>> buckets(threads);
-  std::vector<std::vector<std::uint8_t>> same(threads);
-  RunParallel(threads, [&](unsigned b) {
+  // Each thread sorts one bucket, its entries from every part in turn.
+  std::vector<std::vector<Entry>> buckets(splitters.size() + 1);
+  std::vector<std::vector<std::uint8_t>> same(buckets.size());
+  RunParallel(static_cast<unsigned>(buckets.size()), [&](unsigned b) {
     std::vector<Entry>& mine = buckets[b];
-    if (threads == 1) {
-      mine = std::move(parts[0].entries);
-    } else {
-      std::size_t count = 0;
-      for (const KeyedPart& part : parts) {
-        for (const Entry& e : part.entries) count += BucketOf(e.chunk, splitters) == b ? 1U : 0U;
-      }
-      mine.reserve(count);
-      for (const KeyedPart& part : parts) {
-        for (const Entry& e : part.entries) {
-          if (BucketOf(e.chunk, splitters) == b) mine.push_back(e);
-        }
-      }
+    std::size_t count = 0;
+    for (const KeyedPart& part : parts) count += part.buckets[b].size();
+    mine.reserve(count);
+    for (KeyedPart& part : parts) {
+      mine.insert(mine.end(), part.buckets[b].begin(), part.buckets[b].end());
+      part.buckets[b] = {};
     }
     SortByKeys(mine, keys.get(), same[b]);
   });
@@ -175,7 +208,7 @@ KeyOrder SortKeyed(std::span<const std::string_view> lines, unsigned threads) {
   KeyOrder order;
   order.lines.reserve(n);
   order.same.reserve(n);
-  for (unsigned b = 0; b < threads; ++b) {
+  for (std::size_t b = 0; b < buckets.size(); ++b) {
     for (const Entry& e : buckets[b]) order.lines.push_back(e.line);
     order.same.insert(order.same.end(), same[b].begin(), same[b].end());
   }

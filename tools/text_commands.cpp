@@ -13,6 +13,7 @@
 #include <cadtools/math_tools.h>
 #include <cadtools/text_tools.h>
 
+#include <algorithm>
 #include <charconv>
 #include <map>
 #include <ostream>
@@ -90,20 +91,26 @@ void WriteText(std::ostream& out, std::string_view text) {
   out.write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
-// The lines in the given order, each ended with "\n", written in blocks.
-void WriteLines(std::ostream& out, std::span<const std::string_view> lines, std::span<const std::size_t> order) {
-  constexpr std::size_t kBlock = std::size_t{1} << 20;
-  std::string block;
-  block.reserve(2 * kBlock);
-  for (const std::size_t i : order) {
-    block.append(lines[i]);
-    block.push_back('\n');
-    if (block.size() >= kBlock) {
-      WriteText(out, block);
-      block.clear();
+// The lines in the given order, each ended with "\n". Long lists are
+// put together on several threads, a stretch each, and written in turn.
+void WriteLines(std::ostream& out, std::span<const std::string_view> lines, std::span<const std::size_t> order,
+                unsigned threads) {
+  constexpr std::size_t kLinesPerThread = std::size_t{1} << 16;
+  const auto parts = static_cast<unsigned>(std::clamp<std::size_t>(order.size() / kLinesPerThread, 1, threads));
+  std::vector<std::string> texts(parts);
+  RunParallel(parts, [&](unsigned part) {
+    const std::span<const std::size_t> mine =
+        order.subspan(order.size() * part / parts, order.size() * (part + 1) / parts - order.size() * part / parts);
+    std::size_t size = 0;
+    for (const std::size_t i : mine) size += lines[i].size() + 1;
+    std::string& text = texts[part];
+    text.reserve(size);
+    for (const std::size_t i : mine) {
+      text.append(lines[i]);
+      text.push_back('\n');
     }
-  }
-  WriteText(out, block);
+  });
+  for (const std::string& text : texts) WriteText(out, text);
 }
 
 }  // namespace
@@ -117,7 +124,7 @@ void RunNatsort(std::span<const std::string_view> words, std::istream& in, std::
   const std::string text = ReadText(w.operands, in);
   const std::vector<std::string_view> lines = SplitLines(text);
   const NaturalSortOptions options{.reverse = Has(w, 'r'), .unique = Has(w, 'u'), .threads = DefaultThreads()};
-  WriteLines(out, lines, NaturalSortOrder(lines, options));
+  WriteLines(out, lines, NaturalSortOrder(lines, options), options.threads);
 }
 
 void RunLike(std::span<const std::string_view> words, std::istream& in, std::ostream& out) {
