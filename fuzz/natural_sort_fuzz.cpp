@@ -4,7 +4,8 @@
 //
 // Input: a first byte that chooses the form of the rest, UTF-8 lines (even)
 // or UTF-16 units in little-endian pairs cut at '\n' units (odd; lone
-// surrogates and NULs included).
+// surrogates and NULs included), and for UTF-8 from how many lines on the
+// sort takes radix passes.
 #include "natural_sort.h"
 #include "text/natural_sort_key.h"
 
@@ -51,16 +52,21 @@ void CheckKeys(const std::vector<CString>& names) {
   }
   for (std::size_t i = 0; i < names.size(); ++i) {
     for (std::size_t j = 0; j < names.size(); ++j) {
-      if (keys[i] && keys[j]) Require(Sign(keys[i]->compare(*keys[j])) == CTextTools::NaturalCompare(names[i], names[j]));
+      if (keys[i] && keys[j]) {
+        Require(Sign(keys[i]->compare(*keys[j])) == CTextTools::NaturalCompare(names[i], names[j]));
+      }
     }
   }
 }
 
-void CheckSort(const std::vector<std::string_view>& lines, const std::vector<CString>& names) {
+void CheckSort(const std::vector<std::string_view>& lines, const std::vector<CString>& names, std::size_t minForRadix) {
   const bool allKeyed = std::none_of(names.begin(), names.end(), HasOtherDigit);
   for (const int flags : {0, 1, 2, 3}) {
-    const cadtools::cli::NaturalSortOptions options{
-        .reverse = (flags & 1) != 0, .unique = (flags & 2) != 0, .threads = 2, .minLinesPerThread = 1};
+    const cadtools::cli::NaturalSortOptions options{.reverse = (flags & 1) != 0,
+                                                    .unique = (flags & 2) != 0,
+                                                    .threads = 2,
+                                                    .minLinesPerThread = 1,
+                                                    .minLinesForRadix = minForRadix};
     std::vector<std::size_t> order = cadtools::cli::NaturalSortOrder(lines, options);
     // The comparison's own stable sort, and -u's first of equal lines.
     const auto compare = [&](std::size_t a, std::size_t b) { return CTextTools::NaturalCompare(names[a], names[b]); };
@@ -95,7 +101,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (data[0] % 2 == 1) {
     CString name;
     for (std::size_t i = 0; i + 1 < rest.size(); i += 2) {
-      const auto unit = static_cast<WCHAR>(static_cast<unsigned char>(rest[i]) | static_cast<unsigned char>(rest[i + 1]) << 8);
+      const auto unit =
+          static_cast<WCHAR>(static_cast<unsigned char>(rest[i]) | static_cast<unsigned char>(rest[i + 1]) << 8);
       if (unit == u'\n') {
         names.push_back(name);
         name = CString();
@@ -115,6 +122,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     at = end + 1;
   }
   CheckKeys(names);
-  CheckSort(lines, names);
+  CheckSort(lines, names, data[0] / 2U % 8U + 1U);
   return 0;
 }

@@ -46,7 +46,9 @@ std::size_t FindNonAscii(std::string_view text, std::size_t from) noexcept {
     if (Mask(any) != 0) break;
   }
   for (; end - p >= 16; p += 16) {
-    if (const unsigned mask = Mask(Load(p)); mask != 0) return static_cast<std::size_t>(p - text.data()) + static_cast<std::size_t>(std::countr_zero(mask));
+    if (const unsigned mask = Mask(Load(p)); mask != 0) {
+      return static_cast<std::size_t>(p - text.data()) + static_cast<std::size_t>(std::countr_zero(mask));
+    }
   }
 #endif
   for (; p != end; ++p) {
@@ -68,7 +70,8 @@ std::size_t FindAsciiFolded(std::string_view text, std::string_view lowered, std
   const __m128i last = _mm_set1_epi8(lowered.back());
   const __m128i lastOther = _mm_set1_epi8(OtherCase(lowered.back()));
   for (; lastStart - p >= 15; p += 16) {
-    unsigned mask = Mask(_mm_and_si128(EitherOf(Load(p), first, firstOther), EitherOf(Load(p + m - 1), last, lastOther)));
+    unsigned mask =
+        Mask(_mm_and_si128(EitherOf(Load(p), first, firstOther), EitherOf(Load(p + m - 1), last, lastOther)));
     for (; mask != 0; mask &= mask - 1) {
       const char* const at = p + std::countr_zero(mask);
       if (MatchesAt(at, lowered)) return static_cast<std::size_t>(at - text.data());

@@ -38,7 +38,7 @@ class LikeFilter {
 
   CString pattern_;
   Way way_ = Way::kFullCheck;
-  bool asciiLines_ = false;  // whether a line of ASCII alone can match
+  bool asciiLines_ = false;   // whether a line of ASCII alone can match
   std::string asciiPattern_;  // the pattern lowered, when that is ASCII
   std::string piece_;         // part of a literal of asciiPattern_
 };

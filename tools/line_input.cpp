@@ -75,8 +75,10 @@ std::string ReadText(std::span<const std::string_view> files, std::istream& in) 
 }
 
 std::vector<std::string_view> SplitLines(std::string_view text) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < text.size(); at = EndOfLine(text, at) + 1) ++count;
   std::vector<std::string_view> lines;
-  lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
+  lines.reserve(count);
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = EndOfLine(text, at);
     lines.push_back(WithoutEnding(text, at, end));

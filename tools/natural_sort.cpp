@@ -131,13 +131,25 @@ void RadixSortByChunk(std::span<Entry> entries, Entry* scratch) noexcept {
   if (from != entries.data()) std::copy(from, from + entries.size(), entries.data());
 }
 
-// Below this many entries a comparison sort beats the radix passes.
-constexpr std::size_t kRadixMin = 1024;
+// How many bytes from `depth` on the keys of all the entries share.
+std::size_t SharedLength(std::span<const Entry> entries, const KeyRef* keys, std::size_t depth) noexcept {
+  const KeyRef& first = keys[entries.front().line];
+  std::size_t shared = first.size > depth ? first.size - depth : 0;
+  for (const Entry& e : entries.subspan(1)) {
+    const KeyRef& key = keys[e.line];
+    const std::size_t limit = std::min(shared, key.size > depth ? key.size - depth : 0);
+    std::size_t i = 0;
+    while (i < limit && first.data[depth + i] == key.data[depth + i]) ++i;
+    shared = i;
+  }
+  return shared;
+}
 
 // Sorts entries that come in input order by key, kChunk bytes a round:
 // entries that agree so far are sorted again by their next bytes until
 // their keys end. same[i] tells whether entry i has the key of entry i - 1.
-void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::vector<std::uint8_t>& same) {
+void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::size_t minForRadix,
+                std::vector<std::uint8_t>& same) {
   same.assign(entries.size(), 0);
   std::vector<Entry> scratch;
   struct Range {
@@ -151,7 +163,7 @@ void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::vector<std
     if (r.depth != 0) {
       for (Entry& e : range) e.chunk = ChunkAt(keys[e.line], r.depth);
     }
-    if (range.size() < kRadixMin) {
+    if (range.size() < minForRadix) {
       if (!std::is_sorted(range.begin(), range.end())) std::sort(range.begin(), range.end());
     } else {
       scratch.resize(std::max(scratch.size(), range.size()));
@@ -163,9 +175,13 @@ void SortByKeys(std::vector<Entry>& entries, const KeyRef* keys, std::vector<std
       if (h - g > 1) {
         // A zero in the last byte: the keys ended within this chunk.
         if ((entries[g].chunk & 0xFF) == 0) {
-          std::fill(same.begin() + static_cast<std::ptrdiff_t>(g + 1), same.begin() + static_cast<std::ptrdiff_t>(h), 1);
+          std::fill_n(same.begin() + static_cast<std::ptrdiff_t>(g + 1), h - g - 1, 1);
         } else {
-          todo.push_back({g, h, r.depth + kChunk});
+          // When no entry of the range differed, the keys may share much
+          // more (long lines with one start): walk it at once.
+          const std::size_t next = r.depth + kChunk;
+          const bool whole = g == r.begin && h == r.end;
+          todo.push_back({g, h, whole ? next + SharedLength(range, keys, next) : next});
         }
       }
       g = h;
@@ -181,7 +197,7 @@ struct KeyOrder {
   std::vector<std::size_t> keyless;
 };
 
-KeyOrder SortKeyed(std::span<const std::string_view> lines, unsigned threads) {
+KeyOrder SortKeyed(std::span<const std::string_view> lines, unsigned threads, std::size_t minForRadix) {
   const std::size_t n = lines.size();
   const std::vector<std::uint64_t> splitters = Splitters(lines, threads);
   const auto keys = std::make_unique_for_overwrite<KeyRef[]>(n);
@@ -202,7 +218,7 @@ KeyOrder SortKeyed(std::span<const std::string_view> lines, unsigned threads) {
       mine.insert(mine.end(), part.buckets[b].begin(), part.buckets[b].end());
       part.buckets[b] = {};
     }
-    SortByKeys(mine, keys.get(), same[b]);
+    SortByKeys(mine, keys.get(), minForRadix, same[b]);
   });
 
   KeyOrder order;
@@ -212,7 +228,9 @@ KeyOrder SortKeyed(std::span<const std::string_view> lines, unsigned threads) {
     for (const Entry& e : buckets[b]) order.lines.push_back(e.line);
     order.same.insert(order.same.end(), same[b].begin(), same[b].end());
   }
-  for (const KeyedPart& part : parts) order.keyless.insert(order.keyless.end(), part.keyless.begin(), part.keyless.end());
+  for (const KeyedPart& part : parts) {
+    order.keyless.insert(order.keyless.end(), part.keyless.begin(), part.keyless.end());
+  }
   return order;
 }
 
@@ -245,9 +263,8 @@ void InsertKeyless(std::span<const std::string_view> lines, KeyOrder& order) {
   for (const std::size_t s : sorted) {
     // Never before the place of the one before, so that the lines stay
     // sorted among themselves even where the comparison goes in circles.
-    const auto at = std::partition_point(
-        order.lines.begin() + static_cast<std::ptrdiff_t>(from), order.lines.end(),
-        [&](std::size_t keyed) { return compare(wide(keyed), names[s]) < 0; });
+    const auto at = std::partition_point(order.lines.begin() + static_cast<std::ptrdiff_t>(from), order.lines.end(),
+                                         [&](std::size_t keyed) { return compare(wide(keyed), names[s]) < 0; });
     const auto to = static_cast<std::size_t>(at - order.lines.begin());
     take(from, to);
     merged.push_back(order.keyless[s]);
@@ -267,8 +284,9 @@ void InsertKeyless(std::span<const std::string_view> lines, KeyOrder& order) {
 
 std::vector<std::size_t> NaturalSortOrder(std::span<const std::string_view> lines, const NaturalSortOptions& options) {
   const std::size_t perThread = std::max<std::size_t>(options.minLinesPerThread, 1);
-  const auto threads = static_cast<unsigned>(std::clamp<std::size_t>(lines.size() / perThread, 1, std::max(options.threads, 1U)));
-  KeyOrder order = SortKeyed(lines, threads);
+  const auto threads =
+      static_cast<unsigned>(std::clamp<std::size_t>(lines.size() / perThread, 1, std::max(options.threads, 1U)));
+  KeyOrder order = SortKeyed(lines, threads, options.minLinesForRadix);
   if (!order.keyless.empty()) InsertKeyless(lines, order);
   if (!options.reverse && !options.unique) return std::move(order.lines);
 
@@ -278,7 +296,8 @@ std::vector<std::size_t> NaturalSortOrder(std::span<const std::string_view> line
   printed.reserve(order.lines.size());
   const auto group = [&](std::size_t begin, std::size_t end) {
     const auto first = order.lines.begin() + static_cast<std::ptrdiff_t>(begin);
-    printed.insert(printed.end(), first, options.unique ? first + 1 : order.lines.begin() + static_cast<std::ptrdiff_t>(end));
+    printed.insert(printed.end(), first,
+                   options.unique ? first + 1 : order.lines.begin() + static_cast<std::ptrdiff_t>(end));
   };
   const std::size_t n = order.lines.size();
   if (!options.reverse) {

@@ -26,6 +26,9 @@ struct NaturalSortOptions {
   unsigned threads = 1;
   // Fewer lines than this a thread are sorted on fewer threads.
   std::size_t minLinesPerThread = 16384;
+  // Stretches of this many lines or more are sorted by radix passes,
+  // shorter ones by comparisons.
+  std::size_t minLinesForRadix = 1024;
 };
 
 // The indexes of the lines in the order natsort prints them.

@@ -9,10 +9,10 @@ namespace cadtools::text {
 
 namespace {
 
-constexpr unsigned char kZeroRun = 0x30;   // '0': a run read digit by digit
-constexpr unsigned char kLongRun = 0x39;   // '9': a run of nine digits or more
-constexpr unsigned char kRunEnd = 0x01;    // ends a run after a leading zero
-constexpr std::size_t kShortRunMax = 8;    // runs up to this length say it in one byte
+constexpr unsigned char kZeroRun = 0x30;  // '0': a run read digit by digit
+constexpr unsigned char kLongRun = 0x39;  // '9': a run of nine digits or more
+constexpr unsigned char kRunEnd = 0x01;   // ends a run after a leading zero
+constexpr std::size_t kShortRunMax = 8;   // runs up to this length say it in one byte
 
 bool IsAsciiDigit(std::uint32_t unit) noexcept { return unit >= '0' && unit <= '9'; }
 

@@ -45,11 +45,11 @@ TEST(NaturalSortKey, OrdersAsNaturalCompare) {
     const WCHAR *a, *b;
     int expected;
   } cases[] = {
-      {W("X2"), W("x10"), -1},    {W("a b"), W("AB"), 0},   {W("x010"), W("x02"), -1},  // after a '0', digit by digit
-      {W("x1 2"), W("x12"), -1},  {W("a01"), W("a1"), -1},  {W("a0"), W("a00"), -1},
-      {W("a1"), W("aa"), -1},     {W("_"), W("a"), 1},      {W("a"), W("a\u3000"), 0},
-      {W("a!"), W("a1"), -1},     {W("a\u00E9"), W("a1"), 1},  {W("\uFF21"), W("z"), 1},
-      {W("ab\0c"), W("ab"), 0},   {W(""), W("\x01"), -1},   {W("K\U0001F600"), W("K\uFFFD"), -1},  // units, unsigned
+      {W("X2"), W("x10"), -1},   {W("a b"), W("AB"), 0},     {W("x010"), W("x02"), -1},  // after a '0', digit by digit
+      {W("x1 2"), W("x12"), -1}, {W("a01"), W("a1"), -1},    {W("a0"), W("a00"), -1},
+      {W("a1"), W("aa"), -1},    {W("_"), W("a"), 1},        {W("a"), W("a\u3000"), 0},
+      {W("a!"), W("a1"), -1},    {W("a\u00E9"), W("a1"), 1}, {W("\uFF21"), W("z"), 1},
+      {W("ab\0c"), W("ab"), 0},  {W(""), W("\x01"), -1},     {W("K\U0001F600"), W("K\uFFFD"), -1},  // units, unsigned
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(cadtools::test::Pair(c.a, c.b));
@@ -75,7 +75,7 @@ TEST(NaturalSortKey, NoKeyForDigitsBeyondAscii) {
     EXPECT_FALSE(Key(name).has_value()) << testing::PrintToString(CString(name));
   }
   EXPECT_TRUE(Key(W("K1\0\u0663")).has_value());  // not after the end
-  EXPECT_TRUE(Key(W("\u00B2")).has_value());       // superscript two is no decimal digit
+  EXPECT_TRUE(Key(W("\u00B2")).has_value());      // superscript two is no decimal digit
 }
 
 TEST(NaturalSortKey, MatchesNaturalCompareOnRandomTags) {
@@ -83,7 +83,8 @@ TEST(NaturalSortKey, MatchesNaturalCompareOnRandomTags) {
   for (int i = 0; i < 40000; ++i) {
     const cadtools::test::TagShapes shapes{.otherDigits = i % 4 == 0};
     const std::string a = cadtools::test::RandomTag(rng, shapes);
-    const std::string b = i % 2 == 0 ? cadtools::test::RelatedTag(rng, a, shapes) : cadtools::test::RandomTag(rng, shapes);
+    const std::string b =
+        i % 2 == 0 ? cadtools::test::RelatedTag(rng, a, shapes) : cadtools::test::RandomTag(rng, shapes);
     const CString wa = cadtools::FromUtf8(a);
     const CString wb = cadtools::FromUtf8(b);
     SCOPED_TRACE(cadtools::test::Pair(wa, wb));

@@ -82,7 +82,8 @@ TEST(LikeFilter, MatchesIsTextLikeLineByLine) {
     std::string text;
     for (std::size_t n = rng() % 40; n > 0; --n) {
       // Some long ASCII lines, so that the search runs whole blocks.
-      std::string line = rng() % 6 == 0 ? std::string(rng() % 70, 'a') + "abababababababababab-K12" : test::RandomTag(rng);
+      std::string line =
+          rng() % 6 == 0 ? std::string(rng() % 70, 'a') + "abababababababababab-K12" : test::RandomTag(rng);
       if (rng() % 4 == 0) line += kPatternPieces[rng() % std::size(kPatternPieces)];
       text += line + (rng() % 5 == 0 ? "\r\n" : "\n");
     }

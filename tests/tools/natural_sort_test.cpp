@@ -35,11 +35,14 @@ std::vector<std::size_t> ComparisonOrder(const std::vector<std::string_view>& li
   return kept;
 }
 
-void ExpectComparisonOrder(const std::vector<std::string>& list, unsigned threads) {
+void ExpectComparisonOrder(const std::vector<std::string>& list, unsigned threads, std::size_t minForRadix = 2) {
   const std::vector<std::string_view> lines(list.begin(), list.end());
   for (const int flags : {0, 1, 2, 3}) {
-    const NaturalSortOptions options{
-        .reverse = (flags & 1) != 0, .unique = (flags & 2) != 0, .threads = threads, .minLinesPerThread = 1};
+    const NaturalSortOptions options{.reverse = (flags & 1) != 0,
+                                     .unique = (flags & 2) != 0,
+                                     .threads = threads,
+                                     .minLinesPerThread = 1,
+                                     .minLinesForRadix = minForRadix};
     ASSERT_EQ(NaturalSortOrder(lines, options), ComparisonOrder(lines, options.reverse, options.unique))
         << lines.size() << " lines, flags " << flags << ", " << threads << " threads";
   }
@@ -55,7 +58,8 @@ TEST(NaturalSortOrder, IsTheStableSortByNaturalCompare) {
       list.push_back(i > 0 && rng() % 3 == 0 ? test::RelatedTag(rng, list[rng() % i]) : test::RandomTag(rng));
       if (rng() % 8 == 0) list.push_back(list.back());
     }
-    ExpectComparisonOrder(list, 1 + round % 3);
+    // Radix passes and comparisons sort the same.
+    ExpectComparisonOrder(list, 1 + round % 3, round % 2 == 0 ? 2 : 1024);
   }
 }
 
