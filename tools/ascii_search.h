@@ -1,8 +1,9 @@
 // Searches over a whole text buffer, sixteen bytes a step where the
 // processor has SSE2, for the like command's first pass over its input.
 //
-//   FindNonAscii("PLC\nL\xC3\xBC" "fter 3")   // 5: the first byte from 0x80 up
-//   FindAsciiFolded("-k2\n-K12\n", "k1")      // 5: "K1", ignoring case
+//   FindNonAscii("PLC\nL\xC3\xBC" "fter 3", 0)   // 5: the first byte from 0x80 up
+//   FindAsciiFolded("-k2\n-K12\n", "k1", 0)      // 5: "K1", ignoring case
+//   FindAsciiFolded("-k2\n-K12\n", "k1", 6)      // 9: nothing, the text's size
 //
 // Both return the text's size when there is nothing to find.
 #pragma once

@@ -261,11 +261,27 @@ void InsertKeyless(std::span<const std::string_view> lines, KeyOrder& order) {
   };
   std::size_t from = 0;
   for (const std::size_t s : sorted) {
-    // Never before the place of the one before, so that the lines stay
-    // sorted among themselves even where the comparison goes in circles.
-    const auto at = std::partition_point(order.lines.begin() + static_cast<std::ptrdiff_t>(from), order.lines.end(),
-                                         [&](std::size_t keyed) { return compare(wide(keyed), names[s]) < 0; });
-    const auto to = static_cast<std::size_t>(at - order.lines.begin());
+    // The place after the last keyed line that compares smaller, searched
+    // from the place of the one before (never before it, so that the lines
+    // stay sorted among themselves even where the comparison goes in
+    // circles) in steps that double, then halve: many lines without keys
+    // cost a walk through the keyed ones, few a binary search each.
+    const auto smaller = [&](std::size_t k) { return compare(wide(order.lines[k]), names[s]) < 0; };
+    std::size_t low = from;   // the lines before are smaller
+    std::size_t high = from;  // the line there is not, or the end
+    for (std::size_t step = 1; high < order.lines.size() && smaller(high); step *= 2) {
+      low = high + 1;
+      high = std::min(low + step, order.lines.size());
+    }
+    while (low < high) {
+      const std::size_t middle = low + (high - low) / 2;
+      if (smaller(middle)) {
+        low = middle + 1;
+      } else {
+        high = middle;
+      }
+    }
+    const std::size_t to = low;
     take(from, to);
     merged.push_back(order.keyless[s]);
     same.push_back(0);
