@@ -4,7 +4,10 @@
 #include "errors.h"
 #include "format.h"
 #include "help.h"
+#include "like_filter.h"
 #include "line_input.h"
+#include "natural_sort.h"
+#include "parallel.h"
 
 #include <cadtools/compat/cstring.h>
 #include <cadtools/math_tools.h>
@@ -13,8 +16,6 @@
 #include <algorithm>
 #include <charconv>
 #include <map>
-#include <numeric>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -86,7 +87,31 @@ void WriteLine(std::ostream& out, std::string_view line) {
   out.put('\n');
 }
 
-int Compare(const CString& a, const CString& b) { return CTextTools::NaturalCompare(a, b); }
+void WriteText(std::ostream& out, std::string_view text) {
+  out.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+// The lines in the given order, each ended with "\n". Long lists are
+// put together on several threads, a stretch each, and written in turn.
+void WriteLines(std::ostream& out, std::span<const std::string_view> lines, std::span<const std::size_t> order,
+                unsigned threads) {
+  constexpr std::size_t kLinesPerThread = std::size_t{1} << 16;
+  const auto parts = static_cast<unsigned>(std::clamp<std::size_t>(order.size() / kLinesPerThread, 1, threads));
+  std::vector<std::string> texts(parts);
+  RunParallel(parts, [&](unsigned part) {
+    const std::span<const std::size_t> mine =
+        order.subspan(order.size() * part / parts, order.size() * (part + 1) / parts - order.size() * part / parts);
+    std::size_t size = 0;
+    for (const std::size_t i : mine) size += lines[i].size() + 1;
+    std::string& text = texts[part];
+    text.reserve(size);
+    for (const std::size_t i : mine) {
+      text.append(lines[i]);
+      text.push_back('\n');
+    }
+  });
+  for (const std::string& text : texts) WriteText(out, text);
+}
 
 }  // namespace
 
@@ -96,25 +121,10 @@ void RunNatsort(std::span<const std::string_view> words, std::istream& in, std::
     out << NatsortUsage();
     return;
   }
-  const std::vector<std::string> lines = ReadLines(w.operands, in);
-  std::vector<CString> keys;
-  keys.reserve(lines.size());
-  for (const std::string& line : lines) keys.push_back(FromUtf8(line));
-
-  // Stable, so equal lines keep their input order; a merge sort also stays
-  // within bounds for any comparison results.
-  std::vector<std::size_t> order(lines.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  const int sign = Has(w, 'r') ? -1 : 1;
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return sign * Compare(keys[a], keys[b]) < 0; });
-
-  std::optional<std::size_t> kept;
-  for (const std::size_t i : order) {
-    if (Has(w, 'u') && kept && Compare(keys[*kept], keys[i]) == 0) continue;
-    WriteLine(out, lines[i]);
-    kept = i;
-  }
+  const std::string text = ReadText(w.operands, in);
+  const std::vector<std::string_view> lines = SplitLines(text);
+  const NaturalSortOptions options{.reverse = Has(w, 'r'), .unique = Has(w, 'u'), .threads = DefaultThreads()};
+  WriteLines(out, lines, NaturalSortOrder(lines, options), options.threads);
 }
 
 void RunLike(std::span<const std::string_view> words, std::istream& in, std::ostream& out) {
@@ -124,10 +134,10 @@ void RunLike(std::span<const std::string_view> words, std::istream& in, std::ost
     return;
   }
   if (w.operands.empty()) throw UsageError("no pattern given", LikeUsage());
-  const CString pattern = FromUtf8(w.operands.front());
-  for (const std::string& line : ReadLines(std::span(w.operands).subspan(1), in)) {
-    if (CTextTools::IsTextLike(FromUtf8(line), pattern) != 0) WriteLine(out, line);
-  }
+  const LikeFilter filter(w.operands.front());
+  std::string matches;
+  filter.Filter(ReadText(std::span(w.operands).subspan(1), in), matches);
+  WriteText(out, matches);
 }
 
 void RunNextname(std::span<const std::string_view> words, std::ostream& out) {

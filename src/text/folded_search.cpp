@@ -1,6 +1,7 @@
 #include "text/folded_search.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace cadtools::text {
 
@@ -8,50 +9,60 @@ namespace {
 
 using Index = std::ptrdiff_t;
 
-constexpr bool IsAsciiUnit(WCHAR ch) noexcept { return ch < 0x80; }
+template <class Char>
+constexpr bool IsAsciiUnit(Char ch) noexcept {
+  return static_cast<std::make_unsigned_t<Char>>(ch) < 0x80;
+}
+
+inline WCHAR Capital(WCHAR ch) noexcept { return ToUpperUnit(ch); }
+inline char Capital(char ch) noexcept { return ch >= 'a' && ch <= 'z' ? static_cast<char>(ch - 32) : ch; }
 
 // Needles up to this length are searched directly: at most this many unit
 // comparisons per text position, and no set-up.
 constexpr std::size_t kDirectSearchMax = 16;
 
 // The lowered units of a string.
+template <class Char>
 class Folded {
  public:
-  explicit Folded(const WCHAR* s) noexcept : s_(s) {}
-  WCHAR operator[](Index i) const noexcept { return ToLowerUnit(s_[i]); }
+  explicit Folded(const Char* s) noexcept : s_(s) {}
+  Char operator[](Index i) const noexcept { return Lowered(s_[i]); }
 
  private:
-  const WCHAR* s_;
+  const Char* s_;
 };
 
-std::size_t FindDirect(WStringView text, WStringView needle, std::size_t from) noexcept {
+template <class Char>
+std::size_t FindDirect(std::basic_string_view<Char> text, std::basic_string_view<Char> needle,
+                       std::size_t from) noexcept {
   // A text unit can stand for the needle's first unit when it lowers to it:
   // for an ASCII first unit that is itself, its capital and a few units
   // beyond ASCII (KELVIN SIGN lowers to 'k'); ASCII units lower to ASCII.
-  const WCHAR first = ToLowerUnit(needle.front());
-  const WCHAR firstCapital = IsAsciiUnit(first) ? ToUpperUnit(first) : first;
-  const WStringView rest = needle.substr(1);
+  const Char first = Lowered(needle.front());
+  const Char firstCapital = IsAsciiUnit(first) ? Capital(first) : first;
+  const std::basic_string_view<Char> rest = needle.substr(1);
   const std::size_t last = text.size() - needle.size();
   for (std::size_t at = from; at <= last; ++at) {
-    const WCHAR unit = text[at];
-    if ((unit == first || unit == firstCapital || (!IsAsciiUnit(unit) && ToLowerUnit(unit) == first)) &&
+    const Char unit = text[at];
+    if ((unit == first || unit == firstCapital || (!IsAsciiUnit(unit) && Lowered(unit) == first)) &&
         EqualFolded(text.substr(at + 1, rest.size()), rest)) {
       return at;
     }
   }
-  return WStringView::npos;
+  return std::basic_string_view<Char>::npos;
 }
 
 // Start of the maximal suffix of x[0, m) under the unit order (or the
 // reversed order) minus one, and that suffix's period.
-Index MaximalSuffix(Folded x, Index m, bool reversedOrder, Index& period) noexcept {
+template <class Char>
+Index MaximalSuffix(Folded<Char> x, Index m, bool reversedOrder, Index& period) noexcept {
   Index start = -1;
   Index j = 0;
   Index k = 1;
   period = 1;
   while (j + k < m) {
-    const WCHAR a = x[j + k];
-    const WCHAR b = x[start + k];
+    const Char a = x[j + k];
+    const Char b = x[start + k];
     if (a == b) {
       if (k == period) {
         j += period;
@@ -77,7 +88,8 @@ Index MaximalSuffix(Folded x, Index m, bool reversedOrder, Index& period) noexce
 // critical factorisation x = u v; the right part is matched forwards and
 // then the left part backwards, and a mismatch shifts by an amount that
 // never skips an occurrence. Linear time, constant space.
-Index FindTwoWay(Folded x, Index m, Folded y, Index n) noexcept {
+template <class Char>
+Index FindTwoWay(Folded<Char> x, Index m, Folded<Char> y, Index n) noexcept {
   Index periodLess = 0;
   Index periodGreater = 0;
   const Index cutLess = MaximalSuffix(x, m, false, periodLess);
@@ -123,15 +135,25 @@ Index FindTwoWay(Folded x, Index m, Folded y, Index n) noexcept {
   return -1;
 }
 
+template <class Char>
+std::size_t Find(std::basic_string_view<Char> text, std::basic_string_view<Char> needle, std::size_t from) noexcept {
+  constexpr std::size_t kNone = std::basic_string_view<Char>::npos;
+  if (from > text.size() || text.size() - from < needle.size()) return kNone;
+  if (needle.empty()) return from;
+  if (needle.size() <= kDirectSearchMax) return FindDirect(text, needle, from);
+  const Index found = FindTwoWay(Folded<Char>(needle.data()), static_cast<Index>(needle.size()),
+                                 Folded<Char>(text.data() + from), static_cast<Index>(text.size() - from));
+  return found < 0 ? kNone : from + static_cast<std::size_t>(found);
+}
+
 }  // namespace
 
 std::size_t FindFolded(WStringView text, WStringView needle, std::size_t from) noexcept {
-  if (from > text.size() || text.size() - from < needle.size()) return WStringView::npos;
-  if (needle.empty()) return from;
-  if (needle.size() <= kDirectSearchMax) return FindDirect(text, needle, from);
-  const Index found = FindTwoWay(Folded(needle.data()), static_cast<Index>(needle.size()),
-                                 Folded(text.data() + from), static_cast<Index>(text.size() - from));
-  return found < 0 ? WStringView::npos : from + static_cast<std::size_t>(found);
+  return Find(text, needle, from);
+}
+
+std::size_t FindFolded(std::string_view text, std::string_view needle, std::size_t from) noexcept {
+  return Find(text, needle, from);
 }
 
 }  // namespace cadtools::text

@@ -2,14 +2,16 @@
 #include <cadtools/text/natural_names.h>
 
 #include "text/folded_search.h"
+#include "text/text_like_ascii.h"
 
 #include <cstddef>
+#include <string_view>
 
 namespace cadtools {
 
 namespace {
 
-constexpr WCHAR kStar = u'*';
+constexpr char kStar = '*';
 constexpr WCHAR kCurrencySign = 0x00A4;  // the host's list separator in a text
 constexpr WCHAR kCaret = u'^';           // the same separator in a joined list
 
@@ -18,7 +20,9 @@ constexpr WCHAR AsJoined(WCHAR ch) noexcept { return ch == kCurrencySign ? kCare
 // Matches a pattern that holds at least one '*'. Each literal part is taken
 // at its first occurrence after the previous one, without backtracking:
 // the host's filters have always matched that way.
-bool MatchStarPattern(WStringView text, WStringView pattern) noexcept {
+template <class Char>
+bool MatchStarPattern(std::basic_string_view<Char> text, std::basic_string_view<Char> pattern) noexcept {
+  using View = std::basic_string_view<Char>;
   const bool openStart = pattern.front() == kStar;
   const bool openEnd = pattern.back() == kStar;
   std::size_t matchedTo = 0;  // end of the last literal's occurrence
@@ -29,15 +33,15 @@ bool MatchStarPattern(WStringView text, WStringView pattern) noexcept {
       ++i;
       continue;
     }
-    std::size_t end = pattern.find(kStar, i);
-    if (end == WStringView::npos) end = pattern.size();
-    const WStringView literal = pattern.substr(i, end - i);
+    std::size_t end = pattern.find(static_cast<Char>(kStar), i);
+    if (end == View::npos) end = pattern.size();
+    const View literal = pattern.substr(i, end - i);
     // Without a leading '*' the first literal must start the text, and its
     // first occurrence is there exactly when the text starts with it.
     const std::size_t at = firstLiteral && !openStart
-                               ? (text::EqualFolded(text.substr(0, literal.size()), literal) ? 0 : WStringView::npos)
+                               ? (text::EqualFolded(text.substr(0, literal.size()), literal) ? 0 : View::npos)
                                : text::FindFolded(text, literal, matchedTo);
-    if (at == WStringView::npos) return false;
+    if (at == View::npos) return false;
     firstLiteral = false;
     matchedTo = at + literal.size();
     i = end;
@@ -45,17 +49,26 @@ bool MatchStarPattern(WStringView text, WStringView pattern) noexcept {
   return openEnd || matchedTo == text.size();
 }
 
+// Without a '*': an empty pattern matches the empty text only, any other
+// the text that equals it. With one, a pattern of '*' only matches
+// everything and the empty text matches nothing else (no literal of the
+// pattern occurs in it); MatchStarPattern gives both.
+template <class Char>
+bool TextLike(std::basic_string_view<Char> text, std::basic_string_view<Char> pattern) noexcept {
+  if (pattern.find(static_cast<Char>(kStar)) == std::basic_string_view<Char>::npos) {
+    return pattern.empty() ? text.empty() : text::EqualFolded(text, pattern);
+  }
+  return MatchStarPattern(text, pattern);
+}
+
 }  // namespace
 
 int NaturalNames::IsTextLike(CString text, CString pattern) noexcept {
-  const WStringView t = text.View();
-  const WStringView p = pattern.View();
-  // Without a '*': an empty pattern matches the empty text only, any other
-  // the text that equals it. With one, a pattern of '*' only matches
-  // everything and the empty text matches nothing else (no literal of the
-  // pattern occurs in it); MatchStarPattern gives both.
-  if (p.find(kStar) == WStringView::npos) return (p.empty() ? t.empty() : text::EqualFolded(t, p)) ? 1 : 0;
-  return MatchStarPattern(t, p) ? 1 : 0;
+  return TextLike(text.View(), pattern.View()) ? 1 : 0;
+}
+
+bool text::IsAsciiTextLike(std::string_view text, std::string_view pattern) noexcept {
+  return TextLike(text, pattern);
 }
 
 bool NaturalNames::IsTextLikeArray(CString text, const CStringArray& list) noexcept {
