@@ -5,6 +5,7 @@
 #include "geom.h"
 #include "help.h"
 #include "placement.h"
+#include "pane_command.h"
 #include "settings.h"
 #include "symbol_commands.h"
 #include "text_commands.h"
@@ -53,6 +54,8 @@ void Dispatch(std::span<const std::string_view> args, std::istream& in, std::ost
     RunFont(args.subspan(1), out);
   } else if (command == "symbol") {
     RunSymbol(args.subspan(1), out);
+  } else if (command == "pane") {
+    RunPane(args.subspan(1), out);
   } else {
     throw UsageError("unknown command '" + std::string(command) + "'");
   }

@@ -17,11 +17,6 @@ WRect RectAt(const std::vector<double>& n, std::size_t first) {
   return {n[first], n[first + 1], n[first + 2], n[first + 3]};
 }
 
-// The outline in any orientation: the corners in the order they are given.
-Polyline Outline(const WRect& r, Role role, bool filled = false) {
-  return {{{r.left, r.top}, {r.right, r.top}, {r.right, r.bottom}, {r.left, r.bottom}}, role, true, filled};
-}
-
 }  // namespace
 
 Answer AnswerZone(const GeomArgs& args) {

@@ -39,7 +39,8 @@ std::string ShortUsage() {
          "       cadtools convert --from CP --to CP [FILE]\n"
          "       cadtools charset [NAME|NUMBER]\n"
          "       cadtools font [--app NAME | --root ROOT] [--store DIR]\n"
-         "       cadtools symbol load DATABASE\\FOLDER\\SYMBOL [--database DIR] | type TEXT\n";
+         "       cadtools symbol load DATABASE\\FOLDER\\SYMBOL [--database DIR] | type TEXT\n"
+         "       cadtools pane [--selector] WIDTH HEIGHT [--svg FILE]\n";
 }
 
 std::string NatsortUsage() {
@@ -199,6 +200,16 @@ std::string SymbolUsage() {
          "exit status: 0 done, 1 no such symbol or no runtime, 2 bad arguments.\n";
 }
 
+std::string PaneUsage() {
+  return "usage: cadtools pane [--selector] WIDTH HEIGHT [--svg FILE]\n"
+         "  Where the bridge's windows put their parts, in pixels, as the library lays\n"
+         "  them out: a docked pane's dialog fills its bar and keeps the pane control 5\n"
+         "  pixels from every side; with --selector, the symbol selector's control and\n"
+         "  its OK and Cancel buttons (75x23) in a client area of WIDTH by HEIGHT.\n"
+         "  --svg FILE draws the parts.\n\n"
+         "exit status: 0 done, 1 the picture could not be written, 2 bad arguments.\n";
+}
+
 std::string GeomShortUsage() {
   std::string names;
   for (const Question& q : Questions()) names += (names.empty() ? "" : ", ") + std::string(q.name);
@@ -231,6 +242,7 @@ std::string FullHelp() {
          "  charset    font charsets, their names and code pages\n"
          "  font       the host's default font face and where it comes from\n"
          "  symbol     load a three-dimensional symbol, or map a component type\n"
+         "  pane       the docked pane's and the symbol selector's layouts\n"
          "  --version  print the version\n"
          "Each command prints its own usage with --help. Text is UTF-8.\n"
          "\n" +

@@ -32,5 +32,7 @@ std::string CharsetUsage();
 std::string FontUsage();
 // `cadtools symbol --help`.
 std::string SymbolUsage();
+// `cadtools pane --help`.
+std::string PaneUsage();
 
 }  // namespace cadtools::cli

@@ -77,4 +77,10 @@ struct Scene {
   std::vector<std::string> notes;  // answer lines and remarks under the legend
 };
 
+// A rectangle's outline in any orientation: the corners in the order they
+// are given.
+inline Polyline Outline(const WRect& r, Role role, bool filled = false) {
+  return {{{r.left, r.top}, {r.right, r.top}, {r.right, r.bottom}, {r.left, r.bottom}}, role, true, filled};
+}
+
 }  // namespace cadtools::cli

@@ -178,7 +178,7 @@ void PrintTour(std::ostream& out) {
   BridgeTour(t);
   out << "\nAsk your own: cadtools geom --help (add --svg FILE for a picture), and\n"
          "cadtools natsort, like, nextname, units, settings, placement, convert, charset,\n"
-         "font and symbol, each with --help.\n";
+         "font, symbol and pane, each with --help.\n";
 }
 
 }  // namespace cadtools::cli

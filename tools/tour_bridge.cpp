@@ -1,6 +1,7 @@
 // The tour's section on the managed bridge: a string crossing into the
 // runtime and back, and what the host's equipment browser receives from
 // its facade (played by the stand-in assemblies built with the tree).
+#include "pane_command.h"
 #include "stand_ins.h"
 #include "tour_steps.h"
 
@@ -70,6 +71,17 @@ void SymbolCalls(Tour& t) {
 }  // namespace
 
 void BridgeTour(Tour& t) {
+  t.Heading("The pane host and the symbol selector lay out in fixed pixels (cadtools pane)");
+  const auto parts = [](const std::vector<LayoutPart>& layout) {
+    std::string text;
+    for (std::size_t i = 1; i < layout.size(); ++i) {
+      text += (i > 1 ? ", " : "") + layout[i].name + " " + LayoutText(layout[i].rect);
+    }
+    return text;
+  };
+  t.Step("a docked pane in a 300x200 bar", parts(PaneLayout(300, 200)), "5 pixels all round");
+  t.Step("the selector at 600x400, Cancel 75x23", parts(SelectorLayout(600, 400)));
+
   t.Heading("The managed bridge: strings and calls crossing into the runtime");
   CString why;
   if (!Runtime::Available(&why)) {
