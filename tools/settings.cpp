@@ -271,9 +271,12 @@ void WriteSetting(const SettingsLocation& at, const TypedValue& value) {
   LSTATUS status = registry::RegCreateKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, nullptr,
                                              REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, key.out(), nullptr);
   if (status != ERROR_SUCCESS) FailWith(status, "cannot create " + KeyText(at));
-  static constexpr BYTE kNoData = 0;
-  status = registry::RegSetValueExW(key.get(), at.name.c_str(), 0, value.type,
-                                    value.data.empty() ? &kNoData : value.data.data(),
+  // Two bytes that are no NUL after the data: the registry would store a
+  // NUL that follows string data as its terminator, and the value is to
+  // hold exactly the bytes given.
+  std::vector<BYTE> data(value.data);
+  data.insert(data.end(), {BYTE{0xFF}, BYTE{0xFF}});
+  status = registry::RegSetValueExW(key.get(), at.name.c_str(), 0, value.type, data.data(),
                                     static_cast<DWORD>(value.data.size()));
   if (status != ERROR_SUCCESS) FailWith(status, "cannot set the " + ValueText(at));
 }

@@ -44,16 +44,20 @@
 
 namespace cadtools::registry {
 
-// The hives a file may name. Settings live below these two only; other
-// hives are refused rather than written somewhere unexpected.
-enum class RegHive { kCurrentUser, kLocalMachine };
+// The hives a file may name, as the registry editor takes them; others
+// (HKEY_CURRENT_CONFIG, ...) are refused rather than written somewhere
+// unexpected. HKEY_CLASSES_ROOT is the merged view of the user's and the
+// machine's Software\Classes; below HKEY_USERS the current user's SID
+// leads to HKEY_CURRENT_USER (see registry_api.h).
+enum class RegHive { kCurrentUser, kLocalMachine, kClassesRoot, kUsers };
 
-// HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE.
+// HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_CLASSES_ROOT or HKEY_USERS.
 CADTOOLS_API HKEY HiveHandle(RegHive hive) noexcept;
-// "HKEY_CURRENT_USER" or "HKEY_LOCAL_MACHINE".
+// "HKEY_CURRENT_USER" and so on.
 CADTOOLS_API std::string_view HiveName(RegHive hive) noexcept;
-// The hive a key text names before its first backslash: HKEY_CURRENT_USER
-// or HKCU, HKEY_LOCAL_MACHINE or HKLM, in any letter case.
+// The hive a key text names before its first backslash, in any letter
+// case: HKEY_CURRENT_USER or HKCU, HKEY_LOCAL_MACHINE or HKLM,
+// HKEY_CLASSES_ROOT or HKCR, HKEY_USERS or HKU.
 CADTOOLS_API std::optional<RegHive> HiveFromName(WStringView name) noexcept;
 
 // Limits of the registry that the reader enforces, so that a file is

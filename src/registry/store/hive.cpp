@@ -88,7 +88,7 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
 
 void Hive::BeforeWrite() {
   EnsureOpen();
-  if (state_ != State::kFile) return;
+  if (state_ != State::kFile || db_.in_transaction()) return;
   const auto now = std::chrono::steady_clock::now();
   if (moves_ != nullptr && __atomic_load_n(moves_, __ATOMIC_ACQUIRE) == moves_seen_ && now < next_look_) return;
   next_look_ = now + kLookAgain;
