@@ -63,6 +63,9 @@ enum class Sql {
   kDeleteTreeValues,  // every value of key ?1 and of the keys below it
   kDeleteBelow,    // every key below key ?1
   kDeleteKey,      // key ?1 itself
+  kListAllKeys,    // id, parent, name, folded, path, written, class of every key, by id
+  kListAllValues,  // key, folded, name, type, data, written of every value
+  kAddValue,       // key ?1, folded ?2, name ?3, type ?4, data ?5, written ?6 unless the key has that value
   kBegin,          // BEGIN IMMEDIATE: writers queue here, never in the middle
   kCommit,
   kRollback,

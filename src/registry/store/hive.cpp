@@ -1,6 +1,8 @@
 // Opening, reopening and the path cache of a hive.
 #include "registry/store/hive.h"
 
+#include "registry/store/classes_move.h"
+
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -64,6 +66,7 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
       identity_ = outcome.identity;
       source_ = outcome.source;
       state_ = State::kFile;
+      if (kind_ == HiveKind::kCurrentUser && !db_.read_only()) MoveOldClassesStore(location_, db_);
       if (moves_ == nullptr) MapMoves();
       moves_seen_ = outcome.moves;
       next_look_ = std::chrono::steady_clock::now() + kLookAgain;
