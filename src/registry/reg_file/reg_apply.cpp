@@ -20,23 +20,22 @@ LSTATUS InjectedFailure() noexcept {
 }
 
 LSTATUS ApplyValue(HKEY key, const RegValueEntry& value) {
-  static constexpr BYTE kNoData = 0;
   if (const LSTATUS injected = InjectedFailure(); injected != ERROR_SUCCESS) return injected;
   if (value.remove) {
     const LSTATUS status = registry::RegDeleteValueW(key, value.name.c_str());
     return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
   }
-  if (value.data.size() > std::numeric_limits<DWORD>::max()) return ERROR_NOT_ENOUGH_MEMORY;
-  // A NUL after the data stays out of the value: the registry stores one
-  // that follows string data whose size leaves out its terminator, and the
-  // file says exactly which bytes the value has.
-  std::vector<BYTE> data(value.data);
-  data.insert(data.end(), {BYTE{0xFF}, BYTE{0xFF}});
-  return registry::RegSetValueExW(key, value.name.c_str(), 0, value.type, value.data.empty() ? &kNoData : data.data(),
-                                  static_cast<DWORD>(value.data.size()));
+  return SetValueExactly(key, value.name, value.type, value.data);
 }
 
 }  // namespace
+
+LSTATUS SetValueExactly(HKEY key, const WString& name, DWORD type, const std::vector<BYTE>& data) {
+  if (data.size() > std::numeric_limits<DWORD>::max()) return ERROR_NOT_ENOUGH_MEMORY;
+  std::vector<BYTE> guarded(data);
+  guarded.insert(guarded.end(), {BYTE{0xFF}, BYTE{0xFF}});
+  return registry::RegSetValueExW(key, name.c_str(), 0, type, guarded.data(), static_cast<DWORD>(data.size()));
+}
 
 RegTransferResult TransferFailure(LSTATUS status, std::string message, std::size_t line) {
   if (status == ERROR_ACCESS_DENIED) message += ": access denied";

@@ -48,6 +48,11 @@ class OpenKey {
   bool owned_ = false;
 };
 
+// Sets a value to exactly these bytes. Two bytes that are no NUL follow
+// them in memory: the registry stores a NUL that follows string data whose
+// size leaves out its terminator, and the value is to hold what was given.
+LSTATUS SetValueExactly(HKEY key, const WString& name, DWORD type, const std::vector<BYTE>& data);
+
 // A failed transfer: the words, with " (error N)" unless they say it all
 // and ": access denied" for a refusal.
 RegTransferResult TransferFailure(LSTATUS status, std::string message, std::size_t line = 0);

@@ -2,13 +2,13 @@
 // ties the commits of several stores together.
 #include "registry/store/batch.h"
 
+#include "registry/store/store_file.h"
 #include "registry/store/views.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <ctime>
 #include <fstream>
 #include <sstream>
 
@@ -53,15 +53,6 @@ bool WriteDurably(const std::string& file, const std::string& bytes) {
     close(dir);
   }
   return true;
-}
-
-std::string Stamp() {
-  char stamp[32] = {};
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  std::strftime(stamp, sizeof stamp, "%Y%m%d-%H%M%S", &local);
-  return stamp;
 }
 
 }  // namespace
@@ -124,7 +115,7 @@ void FinishImportCutShort() noexcept {
     if (result == ERROR_SUCCESS) {
       unlink(file.c_str());
     } else if (result != ERROR_REGISTRY_IO_FAILED) {
-      const std::string aside = file + ".failed-" + Stamp();
+      const std::string aside = AsideName(file, "failed");
       rename(file.c_str(), aside.c_str());
       Report("an import cut short could not be finished (error " + std::to_string(result) + "); its journal is kept as " +
              aside);

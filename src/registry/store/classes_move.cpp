@@ -1,12 +1,10 @@
 // The keys of an old classes store, moved below Software\Classes.
 #include "registry/store/classes_move.h"
 
-#include "registry/store/names.h"
-#include "registry/store/store_file.h"
+#include "registry/store/store.h"
 
 #include <unistd.h>
 
-#include <ctime>
 #include <unordered_map>
 
 namespace cadtools::registry::store {
@@ -23,15 +21,7 @@ std::int64_t KeyAt(Database& db, const std::string& path, std::int64_t parent, s
     if (find.Row()) return find.Int(0);
     if (find.failed()) return 0;
   }
-  Query insert(db, Sql::kInsertKey);
-  insert.Bind(1, parent);
-  insert.Bind(2, name);
-  insert.Bind(3, folded);
-  insert.Bind(4, path);
-  insert.Bind(5, written);
-  insert.Bind(6, class_name);
-  insert.BindNull(7);
-  return insert.Run() ? db.last_insert_id() : 0;
+  return InsertKey(db, {parent, name, folded, path, written, class_name, false});
 }
 
 // Copies every key and value of old into db below Software\Classes.
@@ -78,15 +68,6 @@ bool CopyBelowClasses(Database& old, Database& db) {
   return !all_values.failed();
 }
 
-std::string MovedName(const std::string& file) {
-  char stamp[32] = {};
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  std::strftime(stamp, sizeof stamp, "%Y%m%d-%H%M%S", &local);
-  return file + ".moved-" + stamp;
-}
-
 }  // namespace
 
 void MoveOldClassesStore(const StoreLocation& user, Database& db) {
@@ -99,11 +80,8 @@ void MoveOldClassesStore(const StoreLocation& user, Database& db) {
     if (!transaction.begun() || !CopyBelowClasses(old, db) || !transaction.Commit()) return;
   }
   old.Close();
-  const std::string moved = MovedName(file);
-  if (rename(file.c_str(), moved.c_str()) != 0) return;
-  for (const char* companion : {"-wal", "-shm", "-journal"}) {
-    rename((file + companion).c_str(), (moved + companion).c_str());
-  }
+  const std::string moved = AsideName(file, "moved");
+  if (!MoveWithCompanions(file, moved)) return;
   Report("the keys of " + file + " (HKEY_CLASSES_ROOT of earlier versions) are now below " +
          "HKEY_CURRENT_USER\\Software\\Classes; the file is kept as " + moved);
 }

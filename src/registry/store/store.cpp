@@ -97,6 +97,22 @@ Handle* Session::Resolve(HKEY key) {
   return store_.handles().Find(key);
 }
 
+std::int64_t InsertKey(Database& db, const NewKey& key) {
+  Query insert(db, Sql::kInsertKey);
+  insert.Bind(1, key.parent);
+  insert.Bind(2, key.name);
+  insert.Bind(3, key.folded);
+  insert.Bind(4, key.path);
+  insert.Bind(5, key.written);
+  insert.Bind(6, key.class_name);
+  if (key.is_volatile) {
+    insert.Bind(7, BootId());
+  } else {
+    insert.BindNull(7);
+  }
+  return insert.Run() ? db.last_insert_id() : 0;
+}
+
 LONG KeyExists(Database& db, std::int64_t id, bool* is_volatile) {
   Query query(db, Sql::kKeyState);
   query.Bind(1, id);
@@ -171,20 +187,8 @@ Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& part
     AppendName(name, part, NameForm::kAsCreated);
     folded.clear();
     AppendName(folded, part, NameForm::kFolded);
-    Query insert(db, Sql::kInsertKey);
-    insert.Bind(1, parent);
-    insert.Bind(2, name);
-    insert.Bind(3, folded);
-    insert.Bind(4, path);
-    insert.Bind(5, now);
-    insert.Bind(6, options.class_name);
-    if (options.is_volatile) {
-      insert.Bind(7, BootId());
-    } else {
-      insert.BindNull(7);
-    }
-    if (!insert.Run()) return last;
-    const std::int64_t id = db.last_insert_id();
+    const std::int64_t id = InsertKey(db, {parent, name, folded, path, now, options.class_name, options.is_volatile});
+    if (id == 0) return last;
     Query touch(db, Sql::kTouchKey);
     touch.Bind(1, parent);
     touch.Bind(2, now);

@@ -104,6 +104,17 @@ class Session {
   std::unique_lock<std::mutex> lock_;
 };
 
+// A key to insert (the parent's written time is the caller's to touch).
+struct NewKey {
+  std::int64_t parent = 0;
+  std::string_view name, folded, path;
+  std::int64_t written = 0;
+  std::string_view class_name;
+  bool is_volatile = false;
+};
+// Its id, or 0 when the store fails.
+std::int64_t InsertKey(Database& db, const NewKey& key);
+
 // ERROR_SUCCESS when key id exists, else kKeyGone or kStoreFailed; with
 // is_volatile, whether it is a volatile key.
 LONG KeyExists(Database& db, std::int64_t id, bool* is_volatile = nullptr);

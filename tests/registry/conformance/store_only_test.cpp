@@ -118,10 +118,15 @@ class MergedClasses : public ::testing::Test {
     }
   }
   static WStr Classes(const WStr& name) { return W("Software\\Classes\\cadtools-tests-") + name; }
-  static void Make(HKEY hive, const WStr& name, const std::string& value) {
-    Key key;
-    ASSERT_EQ(Create(hive, Classes(name), key), ERROR_SUCCESS);
-    ASSERT_EQ(SetBytes(key.get(), W("v"), REG_BINARY, value), ERROR_SUCCESS);
+  // Makes Software\Classes\cadtools-tests-NAME with v = "user" below
+  // HKEY_CURRENT_USER, "machine" below HKEY_LOCAL_MACHINE.
+  static void Make(std::initializer_list<std::pair<HKEY, const WCHAR*>> keys) {
+    for (const auto& [hive, name] : keys) {
+      Key key;
+      ASSERT_EQ(Create(hive, Classes(name), key), ERROR_SUCCESS);
+      ASSERT_EQ(SetBytes(key.get(), W("v"), REG_BINARY, hive == HKEY_CURRENT_USER ? "user" : "machine"),
+                ERROR_SUCCESS);
+    }
   }
   // The value v below HKEY_CLASSES_ROOT\cadtools-tests-NAME.
   static std::string Seen(const WStr& name) {
@@ -140,11 +145,11 @@ class MergedClasses : public ::testing::Test {
 };
 
 TEST_F(MergedClasses, TheUsersKeysWinAndBothAreListed) {
-  Make(HKEY_CURRENT_USER, W("A"), "user");
-  Make(HKEY_CURRENT_USER, W("C"), "user");
-  Make(HKEY_LOCAL_MACHINE, W("A"), "machine");
-  Make(HKEY_LOCAL_MACHINE, W("A\\below"), "machine");
-  Make(HKEY_LOCAL_MACHINE, W("B"), "machine");
+  Make({{HKEY_CURRENT_USER, W("A")},
+        {HKEY_CURRENT_USER, W("C")},
+        {HKEY_LOCAL_MACHINE, W("A")},
+        {HKEY_LOCAL_MACHINE, W("A\\below")},
+        {HKEY_LOCAL_MACHINE, W("B")}});
   EXPECT_EQ(Seen(W("A")), "user");
   EXPECT_EQ(Seen(W("B")), "machine");
   EXPECT_EQ(Seen(W("C")), "user");
@@ -172,11 +177,11 @@ TEST_F(MergedClasses, TheUsersKeysWinAndBothAreListed) {
 }
 
 TEST_F(MergedClasses, NewKeysGoBelowTheDeepestKeyOfTheirPath) {
-  Make(HKEY_CURRENT_USER, W("A"), "user");
-  Make(HKEY_LOCAL_MACHINE, W("A"), "machine");
-  Make(HKEY_LOCAL_MACHINE, W("B"), "machine");
-  Make(HKEY_CURRENT_USER, W("C\\x"), "user");
-  Make(HKEY_LOCAL_MACHINE, W("C"), "machine");
+  Make({{HKEY_CURRENT_USER, W("A")},
+        {HKEY_LOCAL_MACHINE, W("A")},
+        {HKEY_LOCAL_MACHINE, W("B")},
+        {HKEY_CURRENT_USER, W("C\\x")},
+        {HKEY_LOCAL_MACHINE, W("C")}});
   const struct {
     const WCHAR* path;  // below HKEY_CLASSES_ROOT\cadtools-tests-
     const char* where;
