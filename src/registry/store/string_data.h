@@ -30,13 +30,13 @@ namespace cadtools::registry::store {
 
 inline constexpr std::uintptr_t kNeverMapped = 0x10000;
 
-constexpr bool Unusable(const void* pointer) noexcept {
+inline bool Unusable(const void* pointer) noexcept {
   const auto value = reinterpret_cast<std::uintptr_t>(pointer);
   return value != 0 && value < kNeverMapped;
 }
 
 template <typename... Pointers>
-constexpr bool AnyUnusable(const Pointers*... pointers) noexcept {
+bool AnyUnusable(const Pointers*... pointers) noexcept {
   return (Unusable(pointers) || ...);
 }
 

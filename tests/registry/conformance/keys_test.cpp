@@ -208,10 +208,6 @@ TEST(Hives, LocalMachineKeysReadBackAndDelete) {
   EXPECT_EQ(Open(HKEY_CURRENT_USER, root.scratch().Below(W("Defaults")), user), ERROR_FILE_NOT_FOUND);
 }
 
-}  // namespace
-
-namespace {
-
 TEST(KeyClasses, KeptAndReported) {
   ScratchRoot root("classes");
   Key k, sub, deep;

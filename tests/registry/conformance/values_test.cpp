@@ -163,10 +163,6 @@ TEST(Access, RightsOfTheHandleDecide) {
   }
 }
 
-}  // namespace
-
-namespace {
-
 // Units as the caller has them in memory, followed by units that are no
 // NUL, so that nothing past the array is ever looked at.
 struct Memory {
@@ -205,9 +201,7 @@ TEST(Values, StringDataWithoutItsTerminator) {
     SCOPED_TRACE(::testing::Message() << "case #" << (&c - cases));
     const Memory memory(c.memory);
     ASSERT_EQ(reg::RegSetValueExW(root.get(), W("v"), 0, c.type, memory.bytes(), c.size), ERROR_SUCCESS);
-    const Stored stored = Query(root.get(), W("v"));
-    EXPECT_EQ(stored.bytes.size(), c.stored);
-    EXPECT_EQ(stored.bytes, std::string(reinterpret_cast<const char*>(memory.bytes()), c.stored));
+    EXPECT_EQ(Query(root.get(), W("v")).bytes, std::string(reinterpret_cast<const char*>(memory.bytes()), c.stored));
   }
 }
 
@@ -227,20 +221,18 @@ TEST(Values, UnterminatedStringsGetANulWhereTheBufferHasRoom) {
     Key key;
     ASSERT_EQ(Create(root.get(), W("k"), key), ERROR_SUCCESS);
     ASSERT_EQ(reg::RegSetValueExW(key.get(), W("v"), 0, c.type, Memory(Units(u"abcd")).bytes(), 4), ERROR_SUCCESS);
-    const std::string appended = c.appended ? std::string(2, '\0') : std::string("ZZ");
-    BYTE data[8];
-    std::memset(data, 'Z', sizeof data);
-    DWORD size = c.capacity;
-    EXPECT_EQ(reg::RegQueryValueExW(key.get(), W("v"), nullptr, nullptr, data, &size), ERROR_SUCCESS);
-    EXPECT_EQ(size, 4u);  // the NUL is not counted
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(data), 6), std::string("a\0b\0", 4) + appended);
-    std::memset(data, 'Z', sizeof data);
-    size = c.capacity;
-    WCHAR name[4];
-    DWORD length = 4;
-    EXPECT_EQ(reg::RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, data, &size), ERROR_SUCCESS);
-    EXPECT_EQ(size, 4u);
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(data), 6), std::string("a\0b\0", 4) + appended);
+    for (const bool listing : {false, true}) {
+      BYTE data[8];
+      std::memset(data, 'Z', sizeof data);
+      WCHAR name[4];
+      DWORD size = c.capacity, length = 4;
+      EXPECT_EQ(listing ? reg::RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, data, &size)
+                        : reg::RegQueryValueExW(key.get(), W("v"), nullptr, nullptr, data, &size),
+                ERROR_SUCCESS);
+      EXPECT_EQ(size, 4u);  // the NUL is not counted
+      EXPECT_EQ(std::string(reinterpret_cast<char*>(data), 6),
+                std::string("a\0b\0", 4) + (c.appended ? std::string(2, '\0') : std::string("ZZ")));
+    }
     ASSERT_EQ(reg::SHDeleteKeyW(root.get(), W("k")), ERROR_SUCCESS);
   }
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "reg_file_test_util.h"
 #include "registry/reg_file/reg_apply.h"
@@ -126,20 +127,41 @@ TEST_F(Import, ChangesNothingWhenAChangeFails) {
   }
 }
 
-TEST(ImportJournal, KeepsEveryEntryExactly) {
-  RegKeys keys = EveryShape(RegHive::kUsers, U(u"S-1-22-1-0\\Software"));
-  keys.push_back({RegHive::kClassesRoot, U(u"line\nbreak\rname"), true, {}, 77});
-  keys.front().values.push_back({U(u"odd"), true, REG_SZ, Bytes({'a', 0, 0}), 12});
-  const std::string bytes = registry::detail::SerializeEntries(keys);
-  const auto back = registry::detail::DeserializeEntries(bytes);
-  ASSERT_TRUE(back.has_value());
-  EXPECT_EQ(Describe(*back), Describe(keys));
-  EXPECT_EQ(back->back().line, 77u);
+// The fuzzer checks that a journal keeps what it is given; here, that a
+// journal cut short (a disk that filled up) is no journal.
+TEST(ImportJournal, ACutJournalIsRefused) {
+  const std::string bytes = registry::detail::SerializeEntries(EveryShape(RegHive::kUsers, U(u"S-1-22-1-0")));
   for (const std::size_t cut : {std::size_t{0}, std::size_t{10}, bytes.size() / 2, bytes.size() - 1}) {
     EXPECT_FALSE(registry::detail::DeserializeEntries(bytes.substr(0, cut)).has_value()) << cut;
   }
   EXPECT_FALSE(registry::detail::DeserializeEntries(bytes + "x").has_value());
 }
+
+#if !defined(_WIN32)
+// A store that refuses writes: the machine's, put below a file, is empty
+// and read-only, as /etc/cadtools is to a user. Wine's registry refuses
+// nothing, so this runs off Windows only.
+TEST_F(Import, ARefusedStoreRefusesTheWholeFile) {
+  const char* const variable = "CADTOOLS_MACHINE_REGISTRY_DIR";
+  const std::string previous = std::getenv(variable) != nullptr ? std::getenv(variable) : "/etc/cadtools";
+  setenv(variable, "/dev/null/machine", 1);
+  ReloadStoreLocations();
+  const std::pair<std::string, std::string> cases[] = {
+      {"[@K\\A]\n\"a\"=\"b\"\n\n[HKLM\\Software\\cadtools-tests\\m]\n\"b\"=dword:2\n",
+       "error 5: cannot create HKEY_LOCAL_MACHINE\\Software\\cadtools-tests\\m: access denied (error 5)"},
+      {"[@K\\A]\n\"a\"=\"b\"\n[HKEY_CLASSES_ROOT\\cadtools-tests-refused]\n@=\"x\"\n",
+       "error 4: cannot create HKEY_CLASSES_ROOT\\cadtools-tests-refused: access denied (error 5)"},
+  };
+  for (RegTransferResult (*apply)(const RegKeys&) : {&registry::ApplyRegFile, &registry::detail::ApplyWithUndo}) {
+    for (const auto& [body, error] : cases) {
+      EXPECT_EQ(Imported("Windows Registry Editor Version 5.00\n" + body, apply), error);
+      EXPECT_EQ(Tree(), "none");
+    }
+  }
+  setenv(variable, previous.c_str(), 1);
+  ReloadStoreLocations();
+}
+#endif
 
 }  // namespace
 }  // namespace cadtools::testing

@@ -54,15 +54,6 @@ TEST(Schema, StoresOfTheFirstVersionAreReadAndGetClasses) {
 // move below the user's Software\Classes, where the user's own win.
 TEST(Schema, AnOldClassesStoreMovesIntoTheUsersClasses) {
   const std::string folder = TestFolder("classes-move"), old = TestFolder("classes-old");
-  const auto value_in = [](HKEY hive, const std::u16string& path, const char16_t* name) {
-    HKEY key = nullptr;
-    char data[16] = {};
-    DWORD size = sizeof data;
-    LONG result = reg::RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, &key);
-    if (result == ERROR_SUCCESS) result = reg::RegQueryValueExW(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(data), &size);
-    reg::RegCloseKey(key);
-    return result == ERROR_SUCCESS ? std::string(data, size) : "<" + std::to_string(result) + ">";
-  };
   UseStore(old);  // what HKEY_CLASSES_ROOT held, as a hive of its own
   ASSERT_EQ(WriteValue(".cadtools-test\\shell", "", "open"), ERROR_SUCCESS);
   ASSERT_EQ(WriteValue(".cadtools-test", "v", "old"), ERROR_SUCCESS);
@@ -71,12 +62,14 @@ TEST(Schema, AnOldClassesStoreMovesIntoTheUsersClasses) {
   UseStore(old + "/elsewhere");
   fs::rename(old + "/user.db", folder + "/classes.db");
   UseStore(folder);
-  EXPECT_EQ(value_in(HKEY_CLASSES_ROOT, u".cadtools-test", u"v"), "user");
-  EXPECT_EQ(value_in(HKEY_CLASSES_ROOT, u".cadtools-test\\shell", u""), "open");
-  EXPECT_EQ(value_in(HKEY_CURRENT_USER, u"Software\\Classes\\.cadtools-test\\shell", u""), "open");
+  EXPECT_EQ(ValueOf(".cadtools-test", "v", HKEY_CLASSES_ROOT), "user");
+  EXPECT_EQ(ValueOf(".cadtools-test\\shell", "", HKEY_CLASSES_ROOT), "open");
+  EXPECT_EQ(ValueOf("Software\\Classes\\.cadtools-test\\shell", ""), "open");
   EXPECT_FALSE(fs::exists(folder + "/classes.db"));
   std::size_t kept = 0;
-  for (const auto& entry : fs::directory_iterator(folder)) kept += entry.path().filename().string().starts_with("classes.db.moved-");
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    kept += entry.path().filename().string().starts_with("classes.db.moved-") ? 1u : 0u;
+  }
   EXPECT_EQ(kept, 1u);
 }
 
