@@ -67,12 +67,14 @@ void Store::Reload() noexcept {
 }
 
 Session::Session() : store_(Store::Instance()) {
-  if (store_.owner.load() == std::this_thread::get_id()) {
+  // Relaxed is enough: only the thread that stored its own id can find it
+  // there, and it reads its own stores in order.
+  if (store_.owner.load(std::memory_order_relaxed) == std::this_thread::get_id()) {
     ++store_.depth;
     return;
   }
   lock_ = std::unique_lock<std::mutex>(store_.mutex());
-  store_.owner = std::this_thread::get_id();
+  store_.owner.store(std::this_thread::get_id(), std::memory_order_relaxed);
   store_.depth = 1;
   for (int i = 0; i < kHiveCount; ++i) store_.hive(i).NewCall();
   if (!store_.journal_checked) {
@@ -84,7 +86,7 @@ Session::Session() : store_(Store::Instance()) {
 Session::~Session() {
   if (--store_.depth > 0) return;
   for (int i = 0; i < kHiveCount; ++i) store_.hive(i).AfterCall();
-  store_.owner = std::thread::id();
+  store_.owner.store(std::thread::id(), std::memory_order_relaxed);
 }
 
 Handle* Session::Resolve(HKEY key) {
