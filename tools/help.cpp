@@ -88,14 +88,15 @@ constexpr SettingsCommand kSettingsCommands[] = {
     {"set", "set KEY TYPE VALUE...", "write one value"},
     {"delete", "delete [-r] KEY", "remove one value; with -r, a key and everything below it"},
     {"export", "export [KEY] FILE.reg", "write KEY (default: the root) and everything below it as a .reg file"},
-    {"import", "import FILE.reg", "apply a .reg file; a file with any fault changes nothing"},
+    {"import", "import FILE.reg", "apply a .reg file, all of it or nothing (a fault, a refused store)"},
     {"copy-machine", "copy-machine", "copy the root's machine-wide defaults to the user, keeping the user's values"},
 };
 
 constexpr const char* kSettingsNotes =
     "\n"
-    "KEY is absolute (HKEY_CURRENT_USER\\..., HKCU\\..., HKEY_LOCAL_MACHINE\\..., HKLM\\...)\n"
-    "or relative to the root, joined as the host's settings join it. For get, set\n"
+    "KEY is absolute (HKEY_CURRENT_USER\\..., HKCU\\..., HKEY_LOCAL_MACHINE\\..., HKLM\\...,\n"
+    "HKEY_CLASSES_ROOT\\..., HKCR\\..., HKEY_USERS\\..., HKU\\...) or relative to the\n"
+    "root, joined as the host's settings join it. For get, set\n"
     "and delete its last part is the value name; \"KEY\\\" names the key's default\n"
     "value. The root is \"Software\\Quenby\\NAME\\Version V8R1\\\" with the application\n"
     "name (--app NAME, default: this program's name), or --root ROOT as it stands\n"

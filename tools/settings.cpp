@@ -8,6 +8,8 @@
 #include <cadtools/registry/reg_base.h>
 #include <cadtools/registry/registry_api.h>
 
+#include "registry/reg_file/reg_apply.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -42,21 +44,7 @@ bool TakeOption(std::span<const std::string_view> words, std::size_t& i, std::st
   return true;
 }
 
-// An open key, closed when it goes.
-class OpenKey {
- public:
-  OpenKey() = default;
-  OpenKey(const OpenKey&) = delete;
-  OpenKey& operator=(const OpenKey&) = delete;
-  ~OpenKey() {
-    if (key_ != nullptr) registry::RegCloseKey(key_);
-  }
-  HKEY* out() { return &key_; }
-  HKEY get() const { return key_; }
-
- private:
-  HKEY key_ = nullptr;
-};
+using registry::detail::OpenKey;
 
 std::string KeyText(const SettingsLocation& at) { return SettingsKeyText(at.hive, at.path); }
 
@@ -158,7 +146,7 @@ void Delete(std::span<const std::string_view> args, const WString& root) {
   }
   const SettingsLocation at = ResolveSettingsKey(args[0], root, true);
   OpenKey key;
-  LSTATUS status = registry::RegOpenKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, KEY_WRITE, key.out());
+  LSTATUS status = registry::RegOpenKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, KEY_WRITE, key.Receive());
   if (status == ERROR_FILE_NOT_FOUND) throw CommandFailed("no key " + KeyText(at));
   if (status != ERROR_SUCCESS) FailWith(status, "cannot open " + KeyText(at));
   status = registry::RegDeleteValueW(key.get(), at.name.c_str());
@@ -244,7 +232,7 @@ ScopedStoreFolder::~ScopedStoreFolder() {
 
 TypedValue ReadSetting(const SettingsLocation& at) {
   OpenKey key;
-  LSTATUS status = registry::RegOpenKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, KEY_READ, key.out());
+  LSTATUS status = registry::RegOpenKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, KEY_READ, key.Receive());
   if (status == ERROR_FILE_NOT_FOUND) throw CommandFailed("no key " + KeyText(at));
   if (status != ERROR_SUCCESS) FailWith(status, "cannot open " + KeyText(at));
   TypedValue value;
@@ -269,12 +257,9 @@ TypedValue ReadSetting(const SettingsLocation& at) {
 void WriteSetting(const SettingsLocation& at, const TypedValue& value) {
   OpenKey key;
   LSTATUS status = registry::RegCreateKeyExW(registry::HiveHandle(at.hive), at.path.c_str(), 0, nullptr,
-                                             REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, key.out(), nullptr);
+                                             REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, key.Receive(), nullptr);
   if (status != ERROR_SUCCESS) FailWith(status, "cannot create " + KeyText(at));
-  static constexpr BYTE kNoData = 0;
-  status = registry::RegSetValueExW(key.get(), at.name.c_str(), 0, value.type,
-                                    value.data.empty() ? &kNoData : value.data.data(),
-                                    static_cast<DWORD>(value.data.size()));
+  status = registry::detail::SetValueExactly(key.get(), at.name, value.type, value.data);
   if (status != ERROR_SUCCESS) FailWith(status, "cannot set the " + ValueText(at));
 }
 

@@ -10,6 +10,7 @@
 
 #if defined(_WIN32)
 #include <process.h>
+#include <sddl.h>
 #else
 #include <unistd.h>
 #endif
@@ -46,5 +47,27 @@ class ScratchKey {
   HKEY hive_;
   std::basic_string<WCHAR> path_;
 };
+
+// The current user's SID, the name of its hive below HKEY_USERS.
+inline std::basic_string<WCHAR> OwnSid() {
+#if defined(_WIN32)
+  HANDLE token = nullptr;
+  BYTE buffer[256];
+  DWORD length = 0;
+  LPWSTR text = nullptr;
+  std::basic_string<WCHAR> sid;
+  if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) &&
+      GetTokenInformation(token, TokenUser, buffer, sizeof buffer, &length) &&
+      ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(buffer)->User.Sid, &text)) {
+    sid = text;
+    LocalFree(text);
+  }
+  if (token != nullptr) CloseHandle(token);
+  return sid;
+#else
+  const std::string sid = "S-1-22-1-" + std::to_string(getuid());
+  return std::basic_string<WCHAR>(sid.begin(), sid.end());
+#endif
+}
 
 }  // namespace cadtools::testing

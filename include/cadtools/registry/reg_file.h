@@ -44,16 +44,20 @@
 
 namespace cadtools::registry {
 
-// The hives a file may name. Settings live below these two only; other
-// hives are refused rather than written somewhere unexpected.
-enum class RegHive { kCurrentUser, kLocalMachine };
+// The hives a file may name, as the registry editor takes them; others
+// (HKEY_CURRENT_CONFIG, ...) are refused rather than written somewhere
+// unexpected. HKEY_CLASSES_ROOT is the merged view of the user's and the
+// machine's Software\Classes; below HKEY_USERS the current user's SID
+// leads to HKEY_CURRENT_USER (see registry_api.h).
+enum class RegHive { kCurrentUser, kLocalMachine, kClassesRoot, kUsers };
 
-// HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE.
+// HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_CLASSES_ROOT or HKEY_USERS.
 CADTOOLS_API HKEY HiveHandle(RegHive hive) noexcept;
-// "HKEY_CURRENT_USER" or "HKEY_LOCAL_MACHINE".
+// "HKEY_CURRENT_USER" and so on.
 CADTOOLS_API std::string_view HiveName(RegHive hive) noexcept;
-// The hive a key text names before its first backslash: HKEY_CURRENT_USER
-// or HKCU, HKEY_LOCAL_MACHINE or HKLM, in any letter case.
+// The hive a key text names before its first backslash, in any letter
+// case: HKEY_CURRENT_USER or HKCU, HKEY_LOCAL_MACHINE or HKLM,
+// HKEY_CLASSES_ROOT or HKCR, HKEY_USERS or HKU.
 CADTOOLS_API std::optional<RegHive> HiveFromName(WStringView name) noexcept;
 
 // Limits of the registry that the reader enforces, so that a file is
@@ -99,20 +103,28 @@ struct RegParseResult {
   std::optional<RegFileError> error;
 };
 
-// Reads a whole .reg file: UTF-16LE with its byte order mark (what the
-// registry editor writes), or UTF-8 with or without one. The first line is
-// "Windows Registry Editor Version 5.00" or "REGEDIT4"; after it come blank
-// lines, ";" comments, key lines [KEY] and [-KEY] and value lines
+// Reads a whole .reg file as the registry editor reads it: UTF-16LE after
+// its byte order mark (what the registry editor writes), UTF-8 after its
+// mark, and without a mark UTF-8 when the bytes are valid UTF-8, else the
+// ANSI code page (REGEDIT4 files made on Windows). The first line is
+// "Windows Registry Editor Version 5.00" or "REGEDIT4" (blanks before it
+// are fine); after it come blank lines, ";" and "#" comment lines, key
+// lines [KEY] and [-KEY] and value lines
 //   "name"="text"      REG_SZ; \\ and \" stand for \ and "
 //   @=...              the default value
-//   "name"=dword:1f    REG_DWORD, 1 to 8 hex digits
+//   "name"=dword:1f    REG_DWORD, 1 to 8 hex digits (blanks before them too)
 //   "name"=hex:01,ff   REG_BINARY
 //   "name"=hex(N):...  type N (hex), e.g. hex(2) expandable, hex(7) multi,
 //                      hex(b) qword
 //   "name"=-           delete the value
-// where hex data may go on over lines ending in a backslash. In REGEDIT4
-// files the data of hex(1), hex(2) and hex(7) is 8-bit text (taken as
-// UTF-8) and is widened to UTF-16, as the registry editor does.
+// where hex data may go on over lines ending in a backslash (with comment
+// or blank lines between them), and a ";" comment may follow the data.
+// Lines end in CR LF, LF or CR; a DOS end-of-file byte (0x1A) at the end
+// is dropped. A trailing backslash in a key path names the same key.
+// Value lines below a [-KEY] line are ignored up to the next key line, as
+// the registry editor ignores them. In REGEDIT4 files the data of hex(1),
+// hex(2) and hex(7) is 8-bit text (decoded as the file is) and is widened
+// to UTF-16, as the registry editor does.
 //
 // Anything malformed makes the whole file fail with the first fault's line:
 // the caller applies all of a file or nothing. Memory stays proportional
@@ -150,7 +162,11 @@ CADTOOLS_API RegTransferResult ExportRegTree(RegHive hive, WStringView path, Reg
 
 // Applies the entries in order: creates each key and sets or deletes its
 // values, deletes [-KEY] trees. Deleting what is not there is not an error,
-// as in the registry editor. Stops at the first call that fails.
+// as in the registry editor. All or nothing: the result names the first
+// entry that failed (a store that refuses writes is found before anything
+// is written), and then nothing of the entries is left in the registry.
+// Off Windows this holds even for a process killed in the middle; on
+// Windows what was changed is put back (see the README for the details).
 CADTOOLS_API RegTransferResult ApplyRegFile(const RegKeys& keys);
 
 // ---- Value data ----------------------------------------------------------

@@ -12,13 +12,22 @@
 // Elsewhere they are an embedded store (one SQLite file per hive) with the
 // system's behaviour: the same result codes, access rights, case-blind
 // names kept with their case, value types and bytes kept verbatim, subkeys
-// listed in case-blind name order and values in creation order. Where
-// the store sits: $CADTOOLS_REGISTRY_DIR (else $XDG_CONFIG_HOME/cadtools,
-// else ~/.config/cadtools) for HKEY_CURRENT_USER, and
+// listed in case-blind name order and values in creation order, class
+// names and volatile keys (until the machine restarts), string data
+// without its terminator taken and given as Windows does. Where the store
+// sits: $CADTOOLS_REGISTRY_DIR (else $XDG_CONFIG_HOME/cadtools, else
+// ~/.config/cadtools) for HKEY_CURRENT_USER, and
 // $CADTOOLS_MACHINE_REGISTRY_DIR (else /etc/cadtools) for
 // HKEY_LOCAL_MACHINE, which is read-only unless its folder is writable.
+// HKEY_CLASSES_ROOT is the merged view of both hives' Software\Classes
+// (the user's keys first); below HKEY_USERS the current user's hive is
+// HKEY_CURRENT_USER, named by the SID "S-1-22-1-<uid>".
 //
-// Every call returns a Win32 result code and never throws.
+//   RegQueryValueExW(key, u"Name", nullptr, nullptr, reinterpret_cast<BYTE*>(1), &size)  // ERROR_NOACCESS
+//
+// Every call returns a Win32 result code and never throws. A pointer in
+// the first 64 KiB, which Windows never maps, gives ERROR_NOACCESS rather
+// than a crash; any other pointer must be valid.
 #pragma once
 
 #include <cadtools/compat/win_registry_types.h>

@@ -1,4 +1,5 @@
-// ParseRegFile: .reg text into key entries, all or nothing.
+// ParseRegFile: .reg text into key entries, all or nothing, taking what the
+// registry editor takes.
 #include <cadtools/registry/reg_file.h>
 
 #include <algorithm>
@@ -31,6 +32,14 @@ WStringView TrimRight(WStringView s) {
   while (!s.empty() && IsBlank(s.back())) s.remove_suffix(1);
   return s;
 }
+
+WStringView Trim(WStringView s) { return TrimRight(TrimLeft(s)); }
+
+// The registry editor skips lines that start with ";" or "#".
+bool IsComment(WStringView trimmed) { return !trimmed.empty() && (trimmed.front() == u';' || trimmed.front() == u'#'); }
+
+// text up to a ";" that starts a comment after value data.
+WStringView BeforeComment(WStringView text) { return text.substr(0, text.find(u';')); }
 
 bool StartsWithNoCase(WStringView text, std::string_view ascii) {
   if (text.size() < ascii.size()) return false;
@@ -66,37 +75,6 @@ std::optional<DWORD> HexNumber(WStringView text, std::size_t max_digits) {
   return value;
 }
 
-// The whole file as UTF-16 units, from UTF-16LE with a byte order mark or
-// from UTF-8 with or without one.
-WString DecodeFile(std::string_view bytes) {
-  const auto lines_before = [](const WString& text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), u'\n')) + 1;
-  };
-  WString text;
-  if (bytes.size() >= 2 && bytes[0] == '\xFF' && bytes[1] == '\xFE') {
-    bytes.remove_prefix(2);
-    text.reserve(bytes.size() / 2);
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-      text.push_back(
-          static_cast<WCHAR>(static_cast<unsigned char>(bytes[i]) | (static_cast<unsigned char>(bytes[i + 1]) << 8)));
-    }
-    if (bytes.size() % 2 != 0) Fail(lines_before(text), "the file ends in the middle of a UTF-16 unit");
-    return text;
-  }
-  if (bytes.size() >= 2 && bytes[0] == '\xFE' && bytes[1] == '\xFF') {
-    Fail(1, "UTF-16 big-endian files are not supported: save as UTF-16LE or UTF-8");
-  }
-  if (bytes.size() >= 3 && bytes.substr(0, 3) == "\xEF\xBB\xBF") bytes.remove_prefix(3);
-  text.reserve(bytes.size());
-  const std::size_t bad = detail::AppendUtf8(bytes, text);
-  if (bad != std::string_view::npos) {
-    const auto line =
-        static_cast<std::size_t>(std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(bad), '\n')) + 1;
-    Fail(line, "the file is neither UTF-16LE with a byte order mark nor valid UTF-8");
-  }
-  return text;
-}
-
 class Parser {
  public:
   explicit Parser(WStringView text) : text_(text) {}
@@ -105,7 +83,7 @@ class Parser {
     if (text_.empty()) Fail(1, "empty file: expected 'Windows Registry Editor Version 5.00'");
     WStringView header;
     NextLine(header);
-    header = TrimRight(header);
+    header = Trim(header);
     if (Equals(header, detail::kHeader4)) {
       narrow_ = true;
     } else if (!Equals(header, detail::kHeader5)) {
@@ -115,9 +93,12 @@ class Parser {
     WStringView line;
     while (NextLine(line)) {
       line = TrimLeft(line);
-      if (line.empty() || line.front() == u';') continue;
+      if (line.empty() || IsComment(line)) continue;
       if (line.front() == u'[') {
         KeyLine(line);
+      } else if (!keys_.empty() && keys_.back().remove) {
+        // The registry editor ignores what follows a [-KEY] line up to the
+        // next key line; settings exports of popular tools rely on it.
       } else if (line.front() == u'"' || line.front() == u'@') {
         ValueLine(line);
       } else {
@@ -129,20 +110,19 @@ class Parser {
   }
 
  private:
-  // The next line without its line end (LF or CR LF); false at the end.
+  // The next line without its line end (CR LF, LF or a lone CR, all of
+  // which the registry editor takes); false at the end.
   bool NextLine(WStringView& line) {
     if (pos_ > text_.size() || (pos_ == text_.size() && pos_ != 0)) return false;
-    const std::size_t end = text_.find(u'\n', pos_);
+    static constexpr WCHAR kLineEnds[] = {u'\r', u'\n', 0};
+    const std::size_t end = text_.find_first_of(kLineEnds, pos_);
     line = text_.substr(pos_, end == WStringView::npos ? WStringView::npos : end - pos_);
     pos_ = end == WStringView::npos ? text_.size() + 1 : end + 1;
+    if (end != WStringView::npos && text_[end] == u'\r' && pos_ < text_.size() && text_[pos_] == u'\n') ++pos_;
     ++line_;
-    if (!line.empty() && line.back() == u'\r') line.remove_suffix(1);
-    // A lone CR or a NUL inside a line would end up in a name, where the
-    // registry cannot take a NUL and no file can carry a line break.
-    for (const WCHAR ch : line) {
-      if (ch == u'\r') Fail(line_, "carriage return inside a line");
-      if (ch == 0) Fail(line_, "NUL character inside a line");
-    }
+    // A NUL inside a line would end up in a name, where the registry
+    // cannot take it.
+    if (line.find(WCHAR{0}) != WStringView::npos) Fail(line_, "NUL character inside a line");
     return true;
   }
 
@@ -159,6 +139,8 @@ class Parser {
       entry.remove = true;
       key.remove_prefix(1);
     }
+    // [HKEY_CURRENT_USER\Software\A\] names A, as the registry takes it.
+    while (!key.empty() && key.back() == u'\\') key.remove_suffix(1);
     const std::size_t slash = key.find(u'\\');
     const WStringView hive_name = key.substr(0, slash);
     const std::optional<RegHive> hive = HiveFromName(hive_name);
@@ -169,20 +151,23 @@ class Parser {
       CheckPath(entry.path);
     }
     if (entry.remove && entry.path.empty()) Fail(line_, "refusing to delete a whole hive");
+    // Below HKEY_USERS the first key is a user's whole hive.
+    if (entry.remove && entry.hive == RegHive::kUsers && entry.path.find(u'\\') == WString::npos) {
+      Fail(line_, "refusing to delete a user's whole hive");
+    }
     keys_.push_back(std::move(entry));
   }
 
   std::string UnknownHive(WStringView name) const {
-    static constexpr std::string_view kOthers[] = {"HKEY_CLASSES_ROOT",     "HKCR",         "HKEY_USERS",
-                                                   "HKEY_CURRENT_CONFIG",   "HKU",          "HKCC",
-                                                   "HKEY_PERFORMANCE_DATA", "HKEY_DYN_DATA"};
+    static constexpr std::string_view kOthers[] = {"HKEY_CURRENT_CONFIG", "HKCC", "HKEY_PERFORMANCE_DATA",
+                                                   "HKEY_DYN_DATA"};
     for (const std::string_view other : kOthers) {
       if (name.size() == other.size() && StartsWithNoCase(name, Lower(other))) {
-        return "hive " + std::string(other) +
-               " is not supported: settings live below HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE";
+        return "hive " + std::string(other) + " is not supported";
       }
     }
-    return "unknown hive '" + Excerpt(name) + "': expected HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE";
+    return "unknown hive '" + Excerpt(name) +
+           "': expected HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_CLASSES_ROOT or HKEY_USERS";
   }
 
   static std::string Lower(std::string_view ascii) {
@@ -199,7 +184,7 @@ class Parser {
     while (true) {
       const std::size_t end = path.find(u'\\', start);
       const WStringView name = path.substr(start, end == WStringView::npos ? WStringView::npos : end - start);
-      if (name.empty()) Fail(line_, "empty key name in '" + Excerpt(path) + "' (two backslashes, or one at an end)");
+      if (name.empty()) Fail(line_, "empty key name in '" + Excerpt(path) + "' (two backslashes, or one at the start)");
       if (name.size() > kMaxKeyNameLength) {
         Fail(line_, "key name of " + std::to_string(name.size()) + " characters: at most 255 are allowed");
       }
@@ -211,7 +196,6 @@ class Parser {
 
   void ValueLine(WStringView line) {
     if (keys_.empty()) Fail(line_, "value line before the first [KEY] line");
-    if (keys_.back().remove) Fail(line_, "value line under a key being deleted ([-KEY])");
     RegValueEntry value;
     value.line = line_;
     WStringView rest;
@@ -257,8 +241,9 @@ class Parser {
     Fail(line_, std::string(what) + " without its closing quote");
   }
 
+  // Nothing but blanks and a ; comment may follow value data.
   void ExpectEnd(WStringView rest, std::string_view after) const {
-    if (!TrimRight(rest).empty()) {
+    if (!Trim(BeforeComment(rest)).empty()) {
       Fail(line_, "unexpected text after the " + std::string(after) + ": '" + Excerpt(rest) + "'");
     }
   }
@@ -278,7 +263,8 @@ class Parser {
       return;
     }
     if (StartsWithNoCase(data, "dword:")) {
-      const std::optional<DWORD> number = HexNumber(TrimRight(data.substr(6)), 8);
+      const WStringView digits = Trim(BeforeComment(data.substr(6)));
+      const std::optional<DWORD> number = HexNumber(digits, 8);
       if (!number) Fail(line_, "dword: needs 1 to 8 hex digits, found '" + Excerpt(data.substr(6)) + "'");
       value.type = REG_DWORD;
       for (int shift = 0; shift < 32; shift += 8) value.data.push_back(static_cast<BYTE>((*number >> shift) & 0xFF));
@@ -306,12 +292,13 @@ class Parser {
   }
 
   // Comma-separated bytes of one or two hex digits, going on over lines
-  // that end in a backslash. Each line is read on its own, so a fault is
-  // reported on the line that holds it.
+  // that end in a backslash (a ; comment may follow it, and blank or
+  // comment lines may come between). Each line is read on its own, so a
+  // fault is reported on the line that holds it.
   void HexData(WStringView segment, std::vector<BYTE>& out) {
     bool after_byte = false;
     while (true) {
-      segment = TrimRight(segment);
+      segment = TrimRight(BeforeComment(segment));
       const bool more = !segment.empty() && segment.back() == u'\\';
       if (more) segment.remove_suffix(1);
       std::size_t i = 0;
@@ -340,19 +327,20 @@ class Parser {
       }
       if (!more) return;
       WStringView next;
-      if (!NextLine(next)) Fail(line_, "the hex data goes on past the end of the file");
-      segment = TrimLeft(next);
+      do {
+        if (!NextLine(next)) Fail(line_, "the hex data goes on past the end of the file");
+        next = TrimLeft(next);
+      } while (next.empty() || IsComment(next));
+      segment = next;
     }
   }
 
   // REGEDIT4 files hold string data as 8-bit text; the registry holds
-  // UTF-16, so the bytes are decoded (as UTF-8) and stored wide.
+  // UTF-16, so the bytes are decoded (UTF-8 when they are valid UTF-8,
+  // else the ANSI code page, as the text of the file) and stored wide.
   void Widen(RegValueEntry& value) const {
-    WString wide;
     const std::string_view narrow(reinterpret_cast<const char*>(value.data.data()), value.data.size());
-    if (detail::AppendUtf8(narrow, wide) != std::string_view::npos) {
-      Fail(line_, "8-bit string data that is not UTF-8");
-    }
+    const WString wide = detail::WidenNarrowText(narrow);
     value.data.clear();
     for (const WCHAR unit : wide) {
       value.data.push_back(static_cast<BYTE>(unit & 0xFF));
@@ -372,8 +360,9 @@ class Parser {
 RegParseResult ParseRegFile(std::string_view bytes) {
   RegParseResult result;
   try {
-    const WString text = DecodeFile(bytes);
-    result.keys = Parser(text).Run();
+    const detail::DecodedText decoded = detail::DecodeRegText(bytes);
+    if (!decoded.error.empty()) Fail(decoded.error_line, decoded.error);
+    result.keys = Parser(decoded.text).Run();
   } catch (Fault& fault) {
     result.keys.clear();
     result.error = RegFileError{fault.line, std::move(fault.message)};

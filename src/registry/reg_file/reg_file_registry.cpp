@@ -6,52 +6,20 @@
 #include <cadtools/registry/registry_api.h>
 
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <utility>
 
+#include "reg_apply.h"
 #include "reg_text.h"
 
 namespace cadtools::registry {
 namespace {
 
 using detail::KeyText;
+using detail::Utf8;
 
-// An open key, closed when it goes. The hive handles themselves are never
-// closed.
-class Key {
- public:
-  Key() = default;
-  Key(const Key&) = delete;
-  Key& operator=(const Key&) = delete;
-  ~Key() {
-    if (handle_ != nullptr && owned_) registry::RegCloseKey(handle_);
-  }
-  void Borrow(HKEY hive) {
-    handle_ = hive;
-    owned_ = false;
-  }
-  HKEY* Receive() {
-    owned_ = true;
-    return &handle_;
-  }
-  HKEY get() const noexcept { return handle_; }
-
- private:
-  HKEY handle_ = nullptr;
-  bool owned_ = false;
-};
-
-std::string Utf8(WStringView text) { return ToUtf8(CString(text.data(), static_cast<int>(text.size()))); }
-
-// The Win32 code is shown unless the words already say it all; a refusal
-// (a read-only store, a key the user may not change) says so in words too.
-RegTransferResult Failure(LSTATUS status, std::string message, std::size_t line = 0) {
-  if (status == ERROR_ACCESS_DENIED) message += ": access denied";
-  if (status != ERROR_FILE_NOT_FOUND && status != ERROR_INVALID_PARAMETER) {
-    message += " (error " + std::to_string(status) + ")";
-  }
-  return RegTransferResult{status, std::move(message), line};
+RegTransferResult Failure(LSTATUS status, std::string message) {
+  return detail::TransferFailure(status, std::move(message));
 }
 
 WString Join(WStringView path, WStringView name) {
@@ -118,7 +86,7 @@ RegTransferResult ExportRegTree(RegHive hive, WStringView path, RegKeys& out) {
     entry.path = std::move(pending.back());
     pending.pop_back();
 
-    Key key;
+    detail::OpenKey key;
     LSTATUS status = registry::RegOpenKeyExW(HiveHandle(hive), entry.path.c_str(), 0, KEY_READ, key.Receive());
     if (status != ERROR_SUCCESS) {
       return Failure(status, (status == ERROR_FILE_NOT_FOUND ? "no key " : "cannot open ") + KeyText(hive, entry.path));
@@ -147,47 +115,11 @@ RegTransferResult ExportRegTree(RegHive hive, WStringView path, RegKeys& out) {
 }
 
 RegTransferResult ApplyRegFile(const RegKeys& keys) {
-  static constexpr BYTE kNoData = 0;
-  for (const RegKeyEntry& entry : keys) {
-    const HKEY hive = HiveHandle(entry.hive);
-    if (entry.remove) {
-      const LSTATUS status = registry::SHDeleteKeyW(hive, entry.path.c_str());
-      if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
-        return Failure(status, "cannot delete " + KeyText(entry.hive, entry.path), entry.line);
-      }
-      continue;
-    }
-    Key key;
-    if (entry.path.empty()) {
-      key.Borrow(hive);
-    } else {
-      const LSTATUS status = registry::RegCreateKeyExW(hive, entry.path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                                       KEY_WRITE, nullptr, key.Receive(), nullptr);
-      if (status != ERROR_SUCCESS) {
-        return Failure(status, "cannot create " + KeyText(entry.hive, entry.path), entry.line);
-      }
-    }
-    for (const RegValueEntry& value : entry.values) {
-      LSTATUS status = ERROR_SUCCESS;
-      if (value.remove) {
-        status = registry::RegDeleteValueW(key.get(), value.name.c_str());
-        if (status == ERROR_FILE_NOT_FOUND) status = ERROR_SUCCESS;
-      } else if (value.data.size() > std::numeric_limits<DWORD>::max()) {
-        status = ERROR_NOT_ENOUGH_MEMORY;
-      } else {
-        status = registry::RegSetValueExW(key.get(), value.name.c_str(), 0, value.type,
-                                          value.data.empty() ? &kNoData : value.data.data(),
-                                          static_cast<DWORD>(value.data.size()));
-      }
-      if (status != ERROR_SUCCESS) {
-        return Failure(status,
-                       std::string(value.remove ? "cannot delete" : "cannot set") + " the value '" + Utf8(value.name) +
-                           "' in " + KeyText(entry.hive, entry.path),
-                       value.line);
-      }
-    }
-  }
-  return {};
+#if defined(_WIN32)
+  return detail::ApplyWithUndo(keys);
+#else
+  return detail::ApplyInBatch(keys);
+#endif
 }
 
 }  // namespace cadtools::registry

@@ -4,15 +4,18 @@
 
 namespace cadtools::registry {
 
-HKEY HiveHandle(RegHive hive) noexcept {
-  return hive == RegHive::kLocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
-}
-
-std::string_view HiveName(RegHive hive) noexcept {
-  return hive == RegHive::kLocalMachine ? "HKEY_LOCAL_MACHINE" : "HKEY_CURRENT_USER";
-}
-
 namespace {
+
+struct HiveNames {
+  RegHive hive;
+  std::string_view name, short_name;
+};
+constexpr HiveNames kHives[] = {
+    {RegHive::kCurrentUser, "HKEY_CURRENT_USER", "HKCU"},
+    {RegHive::kLocalMachine, "HKEY_LOCAL_MACHINE", "HKLM"},
+    {RegHive::kClassesRoot, "HKEY_CLASSES_ROOT", "HKCR"},
+    {RegHive::kUsers, "HKEY_USERS", "HKU"},
+};
 
 bool EqualsAsciiNoCase(WStringView text, std::string_view ascii) noexcept {
   if (text.size() != ascii.size()) return false;
@@ -28,9 +31,31 @@ bool EqualsAsciiNoCase(WStringView text, std::string_view ascii) noexcept {
 
 }  // namespace
 
+HKEY HiveHandle(RegHive hive) noexcept {
+  switch (hive) {
+    case RegHive::kLocalMachine:
+      return HKEY_LOCAL_MACHINE;
+    case RegHive::kClassesRoot:
+      return HKEY_CLASSES_ROOT;
+    case RegHive::kUsers:
+      return HKEY_USERS;
+    case RegHive::kCurrentUser:
+      break;
+  }
+  return HKEY_CURRENT_USER;
+}
+
+std::string_view HiveName(RegHive hive) noexcept {
+  for (const HiveNames& names : kHives) {
+    if (names.hive == hive) return names.name;
+  }
+  return kHives[0].name;
+}
+
 std::optional<RegHive> HiveFromName(WStringView name) noexcept {
-  if (EqualsAsciiNoCase(name, "HKEY_CURRENT_USER") || EqualsAsciiNoCase(name, "HKCU")) return RegHive::kCurrentUser;
-  if (EqualsAsciiNoCase(name, "HKEY_LOCAL_MACHINE") || EqualsAsciiNoCase(name, "HKLM")) return RegHive::kLocalMachine;
+  for (const HiveNames& names : kHives) {
+    if (EqualsAsciiNoCase(name, names.name) || EqualsAsciiNoCase(name, names.short_name)) return names.hive;
+  }
   return std::nullopt;
 }
 
@@ -158,9 +183,11 @@ std::string Excerpt(WStringView text) {
 
 std::string KeyText(RegHive hive, WStringView path) {
   std::string text(HiveName(hive));
-  if (!path.empty()) text += '\\' + ToUtf8(CString(path.data(), static_cast<int>(path.size())));
+  if (!path.empty()) text += '\\' + Utf8(path);
   return text;
 }
+
+std::string Utf8(WStringView text) { return ToUtf8(CString(text.data(), static_cast<int>(text.size()))); }
 
 }  // namespace detail
 }  // namespace cadtools::registry

@@ -1,6 +1,7 @@
 // The connection, the schema and the statement cache.
 #include "registry/store/database.h"
 
+#include "registry/store/boot_id.h"
 #include "registry/store/clock.h"
 #include "registry/store/store_copy.h"
 
@@ -13,7 +14,8 @@ namespace {
 
 // 'CADR': tells our stores from other SQLite files.
 constexpr std::int64_t kApplicationId = 0x43414452;
-constexpr std::int64_t kSchemaVersion = 1;
+// 2 added the class and boot columns of keys.
+constexpr std::int64_t kSchemaVersion = 2;
 
 // Writers of other processes wait this long for each other; a store that
 // stays locked longer is treated as failing (reads answer "not found").
@@ -26,7 +28,9 @@ constexpr const char* kSchema =
     "  name BLOB NOT NULL,"
     "  folded BLOB NOT NULL,"
     "  path BLOB NOT NULL UNIQUE,"
-    "  written INTEGER NOT NULL);"
+    "  written INTEGER NOT NULL,"
+    "  class BLOB NOT NULL DEFAULT x'',"
+    "  boot BLOB);"
     "CREATE UNIQUE INDEX keys_children ON keys(parent, folded);"
     "CREATE TABLE vals("
     "  key INTEGER NOT NULL,"
@@ -43,12 +47,14 @@ constexpr const char* kTree =
 
 const std::string& SqlText(Sql which) {
   static const std::array<std::string, kSqlCount> texts = {
-      "SELECT id, parent FROM keys WHERE path = ?1",
-      "SELECT written FROM keys WHERE id = ?1",
-      "INSERT INTO keys(parent, name, folded, path, written) VALUES(?1, ?2, ?3, ?4, ?5)",
+      "SELECT id, parent, boot IS NOT NULL FROM keys WHERE path = ?1",
+      "SELECT written, boot IS NOT NULL, class FROM keys WHERE id = ?1",
+      "INSERT INTO keys(parent, name, folded, path, written, class, boot) VALUES(?1, ?2, ?3, ?4, ?5, ?6, ?7)",
       "UPDATE keys SET written = ?2 WHERE id = ?1",
-      "SELECT count(*), coalesce(max(length(name)), 0), coalesce(max(written), 0) FROM keys WHERE parent = ?1",
-      "SELECT name, written FROM keys WHERE parent = ?1 ORDER BY folded LIMIT 1 OFFSET ?2",
+      "SELECT count(*), coalesce(max(length(name)), 0), coalesce(max(written), 0), coalesce(max(length(class)), 0)"
+      " FROM keys WHERE parent = ?1",
+      "SELECT name, written, class FROM keys WHERE parent = ?1 ORDER BY folded LIMIT 1 OFFSET ?2",
+      "SELECT name, folded, written, class FROM keys WHERE parent = ?1 ORDER BY folded",
       "SELECT type, data FROM vals WHERE key = ?1 AND folded = ?2",
       // One statement, so that a write-through is one autocommit
       // transaction; the EXISTS keeps values off keys deleted meanwhile.
@@ -66,6 +72,9 @@ const std::string& SqlText(Sql which) {
       std::string("DELETE FROM vals WHERE key IN (") + kTree + " SELECT id FROM tree)",
       std::string("DELETE FROM keys WHERE id IN (") + kTree + " SELECT id FROM tree WHERE id <> ?1)",
       "DELETE FROM keys WHERE id = ?1 AND parent <> 0",
+      "SELECT id, parent, name, folded, path, written, class FROM keys ORDER BY id",
+      "SELECT key, folded, name, type, data, written FROM vals ORDER BY rowid",
+      "INSERT OR IGNORE INTO vals(key, folded, name, type, data, written) VALUES(?1, ?2, ?3, ?4, ?5, ?6)",
       "BEGIN IMMEDIATE",
       "COMMIT",
       "ROLLBACK",
@@ -105,6 +114,36 @@ std::string FaultOf(std::string text) {
   std::replace(text.begin(), text.end(), '\n', ' ');
   while (!text.empty() && text.front() == ' ') text.erase(0, 1);
   return text;
+}
+
+// Statements that change the keys table, which a connection that cannot
+// write sees as a view (and cannot prepare them on).
+bool ChangesKeys(Sql which) noexcept {
+  return which == Sql::kInsertKey || which == Sql::kTouchKey || which == Sql::kDeleteBelow ||
+         which == Sql::kDeleteKey;
+}
+
+// Runs sql (one statement) with ?1 bound to blob; SQLITE_DONE or
+// SQLITE_ROW when it worked.
+int Step(sqlite3* db, const char* sql, std::string_view blob) {
+  sqlite3_stmt* stmt = nullptr;
+  int result = sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr);
+  if (result == SQLITE_OK) {
+    sqlite3_bind_blob64(stmt, 1, blob.data(), blob.size(), SQLITE_STATIC);
+    result = sqlite3_step(stmt);
+  }
+  sqlite3_finalize(stmt);
+  return result;
+}
+
+std::string HexBlob(std::string_view bytes) {
+  static constexpr char kDigits[] = "0123456789abcdef";
+  std::string text = "x'";
+  for (const char c : bytes) {
+    text += kDigits[(static_cast<unsigned char>(c) >> 4) & 0xF];
+    text += kDigits[static_cast<unsigned char>(c) & 0xF];
+  }
+  return text + "'";
 }
 
 }  // namespace
@@ -172,9 +211,14 @@ CheckResult Database::Check() {
   const FirstValue application = FirstValueOf(db_, "PRAGMA application_id");
   if (!application.ok()) return {application.text, IsDamage(application.result)};
   if (application.text == std::to_string(kApplicationId)) {
+    const FirstValue version = FirstValueOf(db_, "PRAGMA user_version");
+    if (!version.ok()) return {version.text, IsDamage(version.result)};
+    CheckResult adapted = read_only() ? SeeKeysAsTheyAre(version.text == "1") : Upgrade(version.text == "1");
+    if (!adapted.problem.empty()) return adapted;
     // Tables that do not take our statements (a damaged schema) would fail
     // every call, and say nothing.
     for (int i = 0; i < kSqlCount; ++i) {
+      if (read_only() && ChangesKeys(static_cast<Sql>(i))) continue;
       const int prepared = Prepare(static_cast<Sql>(i));
       if ((prepared & 0xFF) == SQLITE_ERROR) return {std::string("not a settings store: ") + sqlite3_errmsg(db_), true};
       if (prepared != SQLITE_OK) return {sqlite3_errmsg(db_), IsDamage(prepared)};
@@ -198,6 +242,59 @@ CheckResult Database::Check() {
   CheckResult failed{error != nullptr ? error : "cannot create the tables", IsDamage(result)};
   sqlite3_free(error);
   sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+  return failed;
+}
+
+CheckResult Database::Upgrade(bool first_version) {
+  if (first_version) {
+    char* error = nullptr;
+    const int result = sqlite3_exec(db_,
+                                    "BEGIN IMMEDIATE;ALTER TABLE keys ADD COLUMN class BLOB NOT NULL DEFAULT x'';"
+                                    "ALTER TABLE keys ADD COLUMN boot BLOB;PRAGMA user_version = 2;COMMIT;",
+                                    nullptr, nullptr, &error);
+    if (result != SQLITE_OK) {
+      CheckResult failed{std::string("cannot add class names to the store: ") + (error != nullptr ? error : ""),
+                         IsDamage(result)};
+      sqlite3_free(error);
+      sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+      return failed;
+    }
+  }
+  // Volatile keys of an earlier run of the machine are gone, as Windows
+  // forgets them when it restarts. Every key below a volatile key is
+  // volatile and of the same run, so their values go with them.
+  const std::string& boot = BootId();
+  if (boot.empty()) return {};
+  const int stale = Step(db_, "SELECT 1 FROM keys WHERE boot IS NOT NULL AND boot <> ?1 LIMIT 1", boot);
+  if (stale == SQLITE_DONE) return {};
+  if (stale != SQLITE_ROW) return {sqlite3_errmsg(db_), IsDamage(stale)};
+  const int results[] = {
+      Step(db_, "BEGIN IMMEDIATE", {}),
+      Step(db_, "DELETE FROM vals WHERE key IN (SELECT id FROM keys WHERE boot IS NOT NULL AND boot <> ?1)", boot),
+      Step(db_, "DELETE FROM keys WHERE boot IS NOT NULL AND boot <> ?1", boot),
+      Step(db_, "COMMIT", {}),
+  };
+  for (const int result : results) {
+    if (result != SQLITE_DONE) {
+      CheckResult failed{sqlite3_errmsg(db_), IsDamage(result)};
+      sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+      return failed;
+    }
+  }
+  return {};
+}
+
+CheckResult Database::SeeKeysAsTheyAre(bool first_version) {
+  const std::string columns = first_version ? "id, parent, name, folded, path, written, x'' AS class, NULL AS boot"
+                                            : "id, parent, name, folded, path, written, class, boot";
+  const std::string& boot = BootId();
+  const std::string current = first_version || boot.empty() ? "" : " WHERE boot IS NULL OR boot = " + HexBlob(boot);
+  const std::string view = "CREATE TEMP VIEW keys AS SELECT " + columns + " FROM main.keys" + current;
+  char* error = nullptr;
+  const int result = sqlite3_exec(db_, view.c_str(), nullptr, nullptr, &error);
+  if (result == SQLITE_OK) return {};
+  CheckResult failed{error != nullptr ? error : "cannot read the keys", IsDamage(result)};
+  sqlite3_free(error);
   return failed;
 }
 
@@ -274,6 +371,10 @@ std::string Database::TakeDamage() {
 
 void Query::Bind(int index, std::int64_t value) noexcept {
   if (stmt_ != nullptr) sqlite3_bind_int64(stmt_, index, value);
+}
+
+void Query::BindNull(int index) noexcept {
+  if (stmt_ != nullptr) sqlite3_bind_null(stmt_, index);
 }
 
 void Query::Bind(int index, std::string_view bytes) noexcept {

@@ -2,13 +2,16 @@
 // statements.
 //
 // Tables (names are big-endian UTF-16 blobs, see names.h):
-//   keys(id, parent, name, folded, path, written)
+//   keys(id, parent, name, folded, path, written, class, boot)
 //     id INTEGER PRIMARY KEY AUTOINCREMENT: an id is never given to another
 //     key, so an open handle whose key was deleted cannot reach a newer key
 //     that happens to get the same number. The root key of the hive has id
 //     1, parent 0 and the empty path; path is unique, so a whole key path
 //     resolves with one indexed look-up; (parent, folded) is unique and
-//     lists subkeys in the order Windows enumerates them.
+//     lists subkeys in the order Windows enumerates them. class is the
+//     class name given when the key was created (big-endian UTF-16, empty
+//     for none); boot is null for a key that is kept, and for a volatile
+//     key the id of the machine's run that made it (see boot_id.h).
 //   vals(key, folded, name, type, data, written)
 //     (key, folded) is unique; the rowid gives the creation order in which
 //     Windows lists values (an update keeps the row, a value deleted and
@@ -17,6 +20,12 @@
 //
 // Every call resets its statements when done, so no read transaction stays
 // open between calls and the WAL can be checkpointed.
+//
+// Stores of the first version (without class and boot) get the two
+// columns when they are opened for writing. A connection that cannot
+// write sees the keys through a view of its own: the missing columns as
+// empty, and without the volatile keys of an earlier run of the machine,
+// which a writer deletes when it opens the store.
 #pragma once
 
 #include <sqlite3.h>
@@ -39,12 +48,13 @@ struct CheckResult {
 bool IsDamage(int result) noexcept;
 
 enum class Sql {
-  kFindKey,        // id, parent of the key with path ?1
-  kKeyWritten,     // written of key ?1 (no row: the key is gone)
-  kInsertKey,      // parent ?1, name ?2, folded ?3, path ?4, written ?5
+  kFindKey,        // id, parent, volatile of the key with path ?1
+  kKeyState,       // written, volatile, class of key ?1 (no row: the key is gone)
+  kInsertKey,      // parent ?1, name ?2, folded ?3, path ?4, written ?5, class ?6, boot ?7 (null: kept)
   kTouchKey,       // written of key ?1 = ?2
-  kChildInfo,      // count, longest name (bytes), latest written of the subkeys of ?1
-  kEnumKey,        // name, written of subkey number ?2 of ?1
+  kChildInfo,      // count, longest name, latest written, longest class (bytes) of the subkeys of ?1
+  kEnumKey,        // name, written, class of subkey number ?2 of ?1
+  kListKeys,       // name, folded, written, class of every subkey of ?1, in order
   kGetValue,       // type, data of value ?2 in key ?1
   kSetValue,       // key ?1, folded ?2, name ?3, type ?4, data ?5, written ?6; no row when key ?1 is gone
   kDeleteValue,    // value ?2 of key ?1
@@ -53,6 +63,9 @@ enum class Sql {
   kDeleteTreeValues,  // every value of key ?1 and of the keys below it
   kDeleteBelow,    // every key below key ?1
   kDeleteKey,      // key ?1 itself
+  kListAllKeys,    // id, parent, name, folded, path, written, class of every key, by id
+  kListAllValues,  // key, folded, name, type, data, written of every value
+  kAddValue,       // key ?1, folded ?2, name ?3, type ?4, data ?5, written ?6 unless the key has that value
   kBegin,          // BEGIN IMMEDIATE: writers queue here, never in the middle
   kCommit,
   kRollback,
@@ -90,6 +103,8 @@ class Database {
   // Journal and sync settings of a connection that can write; shared
   // stores keep a rollback journal (see database.cpp).
   void Configure(bool shared);
+  // Within a transaction (a batch of calls, see batch.h).
+  bool in_transaction() const noexcept { return db_ != nullptr && sqlite3_get_autocommit(db_) == 0; }
 
   // Closes the connection normally (checkpointing the WAL into the file).
   void Close() noexcept;
@@ -117,6 +132,11 @@ class Database {
  private:
   // Prepares the statement unless it is cached; an SQLite result code.
   int Prepare(Sql which);
+  // A store of ours that this connection can write: brought to the
+  // current schema, volatile keys of earlier runs removed.
+  CheckResult Upgrade(bool first_version);
+  // One it cannot write: the view of its keys described above.
+  CheckResult SeeKeysAsTheyAre(bool first_version);
   void Finalize() noexcept;
 
   sqlite3* db_ = nullptr;
@@ -141,6 +161,7 @@ class Query {
   void Bind(int index, std::int64_t value) noexcept;
   // The bytes must outlive the query; an empty view binds an empty blob.
   void Bind(int index, std::string_view bytes) noexcept;
+  void BindNull(int index) noexcept;
 
   // Steps once: true when there is a row. False when done or failed.
   bool Row() noexcept;
@@ -159,10 +180,16 @@ class Query {
 
 // BEGIN IMMEDIATE ... COMMIT around a write of several statements; rolled
 // back unless committed. Taking the write lock at BEGIN means a writer
-// waits for others there (busy_timeout) and never fails halfway.
+// waits for others there (busy_timeout) and never fails halfway. Inside a
+// transaction that is already open (a batch) it does nothing: the batch
+// commits or rolls back the whole.
 class Transaction {
  public:
   explicit Transaction(Database& db) : db_(db) {
+    if (db_.in_transaction()) {
+      nested_ = true;
+      return;
+    }
     Query begin(db_, Sql::kBegin);
     begun_ = begin.Run();
   }
@@ -172,8 +199,9 @@ class Transaction {
     if (begun_ && !committed_) Query(db_, Sql::kRollback).Run();
   }
 
-  bool begun() const noexcept { return begun_; }
+  bool begun() const noexcept { return begun_ || nested_; }
   bool Commit() noexcept {
+    if (nested_) return true;
     Query commit(db_, Sql::kCommit);
     committed_ = commit.Run();
     return committed_;
@@ -183,6 +211,7 @@ class Transaction {
   Database& db_;
   bool begun_ = false;
   bool committed_ = false;
+  bool nested_ = false;
 };
 
 }  // namespace cadtools::registry::store

@@ -5,9 +5,11 @@ namespace cadtools::registry::store {
 
 namespace {
 
-// A handle's value as Windows writes predefined ones: the 32-bit value,
-// sign-extended to the pointer width.
 std::uintptr_t ValueOf(HKEY key) noexcept { return reinterpret_cast<std::uintptr_t>(key); }
+
+// What Windows looks at in a predefined handle: its low 32 bits, whether
+// the value was sign-extended (as the headers write it) or not.
+constexpr std::uint32_t Low32(std::uintptr_t value) noexcept { return static_cast<std::uint32_t>(value & 0xFFFFFFFFu); }
 
 constexpr std::uintptr_t SignExtended(std::uint32_t value) noexcept {
   return static_cast<std::uintptr_t>(static_cast<std::intptr_t>(static_cast<std::int32_t>(value)));
@@ -22,16 +24,13 @@ constexpr REGSAM kMaximumAllowed = 0x02000000;
 }  // namespace
 
 int PredefinedHive(HKEY key) noexcept {
-  const std::uintptr_t value = ValueOf(key);
-  for (std::uint32_t hive = 0; hive < 4; ++hive) {
-    if (value == SignExtended(0x80000000u + hive)) return static_cast<int>(hive);
-  }
-  return -1;
+  const std::uint32_t value = Low32(ValueOf(key));
+  return value >= 0x80000000u && value < 0x80000004u ? static_cast<int>(value - 0x80000000u) : -1;
 }
 
 bool IsPredefined(HKEY key) noexcept {
-  const std::uintptr_t value = ValueOf(key);
-  return value >= SignExtended(0x80000000u) && value <= SignExtended(0x800000FFu);
+  const std::uint32_t value = Low32(ValueOf(key));
+  return value >= 0x80000000u && value <= 0x800000FFu;
 }
 
 HKEY PredefinedHandle(int hive) noexcept {

@@ -3,7 +3,9 @@
 // An HKEY is an opaque number from a process-wide table. Numbers are never
 // given out twice, so a key closed twice, or used after closing, answers
 // ERROR_INVALID_HANDLE as on Windows instead of reaching another key. The
-// predefined hives (0x80000000 and up, sign-extended) are not in the table.
+// predefined hives (0x80000000 and up) are not in the table; like Windows,
+// only the low 32 bits of such a value count, so HKEY_CURRENT_USER written
+// as (HKEY)0x80000001 on a 64-bit build (zero-extended) is the same hive.
 //
 // A handle names its key by id and keeps the key's folded path. The id may
 // come from the path cache without a look-in at the database (that keeps a
@@ -23,6 +25,13 @@
 
 namespace cadtools::registry::store {
 
+// What RegCreateKeyExW gives the keys it creates: REG_OPTION_VOLATILE, and
+// the class name (big-endian UTF-16, as names are stored).
+struct KeyOptions {
+  bool is_volatile = false;
+  std::string class_name;
+};
+
 struct Handle {
   int hive = 0;               // index of the hive, in predefined-handle order
   std::int64_t id = 0;        // the key's id in the hive's database
@@ -31,14 +40,17 @@ struct Handle {
   bool verified = false;      // the id was seen in the database since the handle was opened
   std::string path;           // folded path below the hive; empty for the root key
   std::u16string recreate;    // for RegCreateKeyExW below a hive: the subkey as given, to create it again
+  KeyOptions recreate_options;
+  bool classes = false;       // a key seen through HKEY_CLASSES_ROOT (see views.h)
+  bool missing = false;       // HKEY_CLASSES_ROOT while no store has Software\Classes
 
   bool is_root() const noexcept { return path.empty(); }
 };
 
 // The hive a predefined handle names (0..3), or -1 for any other value.
 int PredefinedHive(HKEY key) noexcept;
-// Any of the predefined values Windows reserves (0x80000000 to 0x800000FF,
-// sign-extended); closing one succeeds and does nothing.
+// Any of the predefined values Windows reserves (0x80000000 to 0x800000FF
+// in the low 32 bits); closing one succeeds and does nothing.
 bool IsPredefined(HKEY key) noexcept;
 HKEY PredefinedHandle(int hive) noexcept;
 

@@ -1,6 +1,8 @@
 // Opening, reopening and the path cache of a hive.
 #include "registry/store/hive.h"
 
+#include "registry/store/classes_move.h"
+
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -64,6 +66,7 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
       identity_ = outcome.identity;
       source_ = outcome.source;
       state_ = State::kFile;
+      if (kind_ == HiveKind::kCurrentUser && !db_.read_only()) MoveOldClassesStore(location_, db_);
       if (moves_ == nullptr) MapMoves();
       moves_seen_ = outcome.moves;
       next_look_ = std::chrono::steady_clock::now() + kLookAgain;
@@ -88,7 +91,7 @@ void Hive::Open(const FileIdentity* damaged, const std::string& reason) {
 
 void Hive::BeforeWrite() {
   EnsureOpen();
-  if (state_ != State::kFile) return;
+  if (state_ != State::kFile || db_.in_transaction()) return;
   const auto now = std::chrono::steady_clock::now();
   if (moves_ != nullptr && __atomic_load_n(moves_, __ATOMIC_ACQUIRE) == moves_seen_ && now < next_look_) return;
   next_look_ = now + kLookAgain;

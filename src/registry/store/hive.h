@@ -45,7 +45,8 @@ class Hive {
 
   // Before a write: when the file at the store's path is no longer the one
   // we have open (another process put it aside), opens the current one, so
-  // that the write does not go to a file nobody reads.
+  // that the write does not go to a file nobody reads. Within a batch's
+  // transaction the file stays the one the batch writes.
   void BeforeWrite();
   // After each call: when the call met damage, puts the file aside and
   // starts a fresh store.
@@ -59,6 +60,9 @@ class Hive {
   const std::int64_t* Cached(const std::string& path) const noexcept;
   void Remember(const std::string& path, std::int64_t id);
   void ForgetPaths() noexcept { paths_.clear(); }
+  // After a batch rolled back: ids it handed out may be given again, so
+  // cached paths and the ids of open handles are looked up anew.
+  void ForgetIds() noexcept { NewEpoch(); }
 
   // Closes the file; the next call opens it again. reread_location also
   // reads the environment again and forgets what was reported.

@@ -13,7 +13,7 @@
 //
 //   $CADTOOLS_REGISTRY_DIR          else $XDG_CONFIG_HOME/cadtools, else ~/.config/cadtools
 //     user.db      HKEY_CURRENT_USER
-//     classes.db   HKEY_CLASSES_ROOT
+//     classes.db   HKEY_CLASSES_ROOT of earlier versions (see classes_move.h)
 //     users.db     HKEY_USERS
 //   $CADTOOLS_MACHINE_REGISTRY_DIR  else /etc/cadtools
 //     machine.db   HKEY_LOCAL_MACHINE

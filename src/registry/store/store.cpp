@@ -1,7 +1,10 @@
 // The store singleton, sessions, and finding keys for handles.
 #include "registry/store/store.h"
 
+#include "registry/store/batch.h"
+#include "registry/store/boot_id.h"
 #include "registry/store/clock.h"
+#include "registry/store/views.h"
 
 #include <pthread.h>
 
@@ -40,6 +43,8 @@ void Store::BeforeFork() noexcept { Instance().mutex_.lock(); }
 void Store::AfterForkInParent() noexcept { Instance().mutex_.unlock(); }
 void Store::AfterForkInChild() noexcept {
   Store& store = Instance();
+  store.owner = std::thread::id();
+  store.depth = 0;
   for (Hive& hive : store.hives_) hive.Abandon();
   store.mutex_.unlock();
 }
@@ -58,22 +63,65 @@ Handle& Store::root(int index) {
 void Store::Reload() noexcept {
   handles_.Clear();
   for (Hive& hive : hives_) hive.Close(true);
+  journal_checked = false;
+}
+
+Session::Session() : store_(Store::Instance()) {
+  // Relaxed is enough: only the thread that stored its own id can find it
+  // there, and it reads its own stores in order.
+  if (store_.owner.load(std::memory_order_relaxed) == std::this_thread::get_id()) {
+    ++store_.depth;
+    return;
+  }
+  lock_ = std::unique_lock<std::mutex>(store_.mutex());
+  store_.owner.store(std::this_thread::get_id(), std::memory_order_relaxed);
+  store_.depth = 1;
+  for (int i = 0; i < kHiveCount; ++i) store_.hive(i).NewCall();
+  if (!store_.journal_checked) {
+    store_.journal_checked = true;
+    FinishImportCutShort();
+  }
 }
 
 Session::~Session() {
+  if (--store_.depth > 0) return;
   for (int i = 0; i < kHiveCount; ++i) store_.hive(i).AfterCall();
+  store_.owner.store(std::thread::id(), std::memory_order_relaxed);
 }
 
 Handle* Session::Resolve(HKEY key) {
   const int hive = PredefinedHive(key);
+  if (hive == kClassesHive) {
+    store_.classes_root = ClassesRoot(*this);
+    return &store_.classes_root;
+  }
   if (hive >= 0) return &store_.root(hive);
   return store_.handles().Find(key);
 }
 
-LONG KeyExists(Database& db, std::int64_t id) {
-  Query query(db, Sql::kKeyWritten);
+std::int64_t InsertKey(Database& db, const NewKey& key) {
+  Query insert(db, Sql::kInsertKey);
+  insert.Bind(1, key.parent);
+  insert.Bind(2, key.name);
+  insert.Bind(3, key.folded);
+  insert.Bind(4, key.path);
+  insert.Bind(5, key.written);
+  insert.Bind(6, key.class_name);
+  if (key.is_volatile) {
+    insert.Bind(7, BootId());
+  } else {
+    insert.BindNull(7);
+  }
+  return insert.Run() ? db.last_insert_id() : 0;
+}
+
+LONG KeyExists(Database& db, std::int64_t id, bool* is_volatile) {
+  Query query(db, Sql::kKeyState);
   query.Bind(1, id);
-  if (query.Row()) return ERROR_SUCCESS;
+  if (query.Row()) {
+    if (is_volatile != nullptr) *is_volatile = query.Int(1) != 0;
+    return ERROR_SUCCESS;
+  }
   return query.failed() ? kStoreFailed : kKeyGone;
 }
 
@@ -93,7 +141,7 @@ Lookup FindKey(Hive& hive, const std::string& path, bool trust_cache) {
   Query query(hive.db(), Sql::kFindKey);
   query.Bind(1, path);
   if (query.Row()) {
-    found = {ERROR_SUCCESS, query.Int(0), query.Int(1), true};
+    found = {ERROR_SUCCESS, query.Int(0), query.Int(1), true, query.Int(2) != 0};
     hive.Remember(path, found.id);
     return found;
   }
@@ -101,15 +149,17 @@ Lookup FindKey(Hive& hive, const std::string& path, bool trust_cache) {
   return found;
 }
 
-Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, bool& created) {
+Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, const KeyOptions& options,
+                  bool& created) {
   Hive& hive = session.hive(base);
   Database& db = hive.db();
   Lookup last;
   last.result = kStoreFailed;
   Transaction transaction(db);
   if (!transaction.begun()) return last;
+  bool parent_volatile = false;
   if (!base.is_root()) {
-    const LONG alive = KeyExists(db, base.id);
+    const LONG alive = KeyExists(db, base.id, &parent_volatile);
     if (alive != ERROR_SUCCESS) {
       last.result = alive;
       return last;
@@ -125,33 +175,33 @@ Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& part
       find.Bind(1, path);
       if (find.Row()) {
         parent = find.Int(0);
+        parent_volatile = find.Int(2) != 0;
         created = false;
         continue;
       }
       if (find.failed()) return last;
     }
+    if (parent_volatile && !options.is_volatile) {
+      last.result = ERROR_CHILD_MUST_BE_VOLATILE;
+      return last;
+    }
     name.clear();
     AppendName(name, part, NameForm::kAsCreated);
     folded.clear();
     AppendName(folded, part, NameForm::kFolded);
-    Query insert(db, Sql::kInsertKey);
-    insert.Bind(1, parent);
-    insert.Bind(2, name);
-    insert.Bind(3, folded);
-    insert.Bind(4, path);
-    insert.Bind(5, now);
-    if (!insert.Run()) return last;
-    const std::int64_t id = db.last_insert_id();
+    const std::int64_t id = InsertKey(db, {parent, name, folded, path, now, options.class_name, options.is_volatile});
+    if (id == 0) return last;
     Query touch(db, Sql::kTouchKey);
     touch.Bind(1, parent);
     touch.Bind(2, now);
     if (!touch.Run()) return last;
     parent = id;
+    parent_volatile = options.is_volatile;
     created = true;
   }
   if (!transaction.Commit()) return last;
   hive.Remember(path, parent);
-  last = {ERROR_SUCCESS, parent, 0, true};
+  last = {ERROR_SUCCESS, parent, 0, true, parent_volatile};
   return last;
 }
 
@@ -164,7 +214,7 @@ LONG Revive(Session& session, Handle& handle) {
     SplitKeyPath(handle.recreate.c_str(), parts);
     bool created = false;
     hive.BeforeWrite();
-    found = CreatePath(session, session.store().root(handle.hive), parts, created);
+    found = CreatePath(session, session.store().root(handle.hive), parts, handle.recreate_options, created);
   }
   if (found.result != ERROR_SUCCESS) return found.result;
   handle.id = found.id;

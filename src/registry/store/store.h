@@ -2,9 +2,11 @@
 //
 // One mutex guards everything: the handle table, the hives and their SQLite
 // connections (opened without SQLite's own locking). A call holds it from
-// start to end through a Session. Connections belong to the process that
-// opened them: a child made by fork() opens its own on its first call and
-// never touches the parent's.
+// start to end through a Session. Sessions nest: a batch (batch.h) holds
+// one while it makes several calls, each with a session of its own inside
+// it; only the outermost one starts and ends a call for the hives.
+// Connections belong to the process that opened them: a child made by
+// fork() opens its own on its first call and never touches the parent's.
 #pragma once
 
 #include "registry/store/handles.h"
@@ -12,7 +14,9 @@
 #include "registry/store/names.h"
 
 #include <array>
+#include <atomic>
 #include <mutex>
+#include <thread>
 #include <string>
 #include <vector>
 
@@ -39,6 +43,9 @@ class Store {
   static Store& Instance();
 
   std::mutex& mutex() noexcept { return mutex_; }
+  // The thread whose session holds the mutex, if any: its further
+  // sessions nest instead of locking again.
+  std::atomic<std::thread::id> owner;
   Hive& hive(int index) noexcept { return hives_[static_cast<std::size_t>(index)]; }
   HandleTable& handles() noexcept { return handles_; }
   // The handle that stands for a predefined hive: its root key, all rights.
@@ -46,6 +53,15 @@ class Store {
 
   // ReloadStoreLocations: every handle and file closed, locations read anew.
   void Reload() noexcept;
+
+  // Sessions open now, the outermost one included.
+  int depth = 0;
+  // Whether a journal of an import cut short has been looked for since the
+  // store was located (see batch.h).
+  bool journal_checked = false;
+
+  // What HKEY_CLASSES_ROOT stands for in the running call (views.h).
+  Handle classes_root;
 
   // Scratch space of the running call, kept to avoid allocations.
   std::vector<Units> parts;
@@ -60,6 +76,8 @@ class Store {
   static void AfterForkInParent() noexcept;
   static void AfterForkInChild() noexcept;
 
+  // Not a recursive mutex: a child made by fork() must be able to release
+  // the copy its parent locked for the fork, from a thread of another id.
   std::mutex mutex_;
   std::array<Hive, kHiveCount> hives_{Hive(HiveKind::kClassesRoot), Hive(HiveKind::kCurrentUser),
                                       Hive(HiveKind::kLocalMachine), Hive(HiveKind::kUsers)};
@@ -71,9 +89,7 @@ class Store {
 // with damage the call met.
 class Session {
  public:
-  Session() : store_(Store::Instance()), lock_(store_.mutex()) {
-    for (int i = 0; i < kHiveCount; ++i) store_.hive(i).NewCall();
-  }
+  Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   ~Session();
@@ -88,8 +104,20 @@ class Session {
   std::unique_lock<std::mutex> lock_;
 };
 
-// ERROR_SUCCESS when key id exists, else kKeyGone or kStoreFailed.
-LONG KeyExists(Database& db, std::int64_t id);
+// A key to insert (the parent's written time is the caller's to touch).
+struct NewKey {
+  std::int64_t parent = 0;
+  std::string_view name, folded, path;
+  std::int64_t written = 0;
+  std::string_view class_name;
+  bool is_volatile = false;
+};
+// Its id, or 0 when the store fails.
+std::int64_t InsertKey(Database& db, const NewKey& key);
+
+// ERROR_SUCCESS when key id exists, else kKeyGone or kStoreFailed; with
+// is_volatile, whether it is a volatile key.
+LONG KeyExists(Database& db, std::int64_t id, bool* is_volatile = nullptr);
 
 // After a look-up under key id found nothing: none when the key exists
 // (it has no such item), else kKeyGone (the handle is looked at again) or
@@ -104,14 +132,19 @@ struct Lookup {
   std::int64_t id = 0;
   std::int64_t parent = 0;  // known when verified
   bool verified = false;    // read from the database, not the cache
+  bool is_volatile = false; // known when verified
 };
+
 
 // Finds a key by its folded path, in the cache first when trust_cache.
 Lookup FindKey(Hive& hive, const std::string& path, bool trust_cache);
 
 // Creates the keys of parts that do not exist below base, in one
-// transaction. Sets created when the last one is new.
-Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, bool& created);
+// transaction, each with options. Sets created when the last one is new.
+// A key that is kept cannot be made below a volatile one: the result is
+// then ERROR_CHILD_MUST_BE_VOLATILE and nothing is created.
+Lookup CreatePath(Session& session, Handle& base, const std::vector<Units>& parts, const KeyOptions& options,
+                  bool& created);
 
 // After a call found no key with the handle's id: ERROR_SUCCESS when the
 // handle now names a live key (found again by its path, or created again

@@ -73,27 +73,12 @@ bool Exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
 
 constexpr const char* kCompanions[] = {"-wal", "-shm", "-journal"};
 
-std::string AsideName(const std::string& file) {
-  char stamp[32] = {};
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  std::strftime(stamp, sizeof stamp, "%Y%m%d-%H%M%S", &local);
-  const std::string base = file + ".damaged-" + stamp;
-  std::string aside = base;
-  for (int n = 1; Exists(aside) || Exists(aside + "-wal"); ++n) aside = base + "-" + std::to_string(n);
-  return aside;
-}
-
 // Renames the file and its companions aside; false when the file stays.
 bool MoveAside(const StoreLock& lock, const std::string& file, const std::string& reason, std::string& why) {
-  const std::string aside = AsideName(file);
-  if (rename(file.c_str(), aside.c_str()) != 0) {
+  const std::string aside = AsideName(file, "damaged");
+  if (!MoveWithCompanions(file, aside)) {
     why = file + " is damaged (" + reason + ") and cannot be moved aside: " + ErrnoText(errno);
     return false;
-  }
-  for (const char* companion : kCompanions) {
-    if (Exists(file + companion)) rename((file + companion).c_str(), (aside + companion).c_str());
   }
   lock.CountMove();
   Report("settings store " + file + " is damaged (" + reason + "); kept it as " + aside + " and started a fresh one");
@@ -196,6 +181,26 @@ OpenOutcome OpenLocked(const StoreLocation& where, bool writable, Database& db, 
 }
 
 }  // namespace
+
+std::string AsideName(const std::string& file, std::string_view why) {
+  char stamp[32] = {};
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  std::strftime(stamp, sizeof stamp, "%Y%m%d-%H%M%S", &local);
+  const std::string base = file + "." + std::string(why) + "-" + stamp;
+  std::string aside = base;
+  for (int n = 1; Exists(aside) || Exists(aside + "-wal"); ++n) aside = base + "-" + std::to_string(n);
+  return aside;
+}
+
+bool MoveWithCompanions(const std::string& file, const std::string& aside) {
+  if (rename(file.c_str(), aside.c_str()) != 0) return false;
+  for (const char* companion : kCompanions) {
+    if (Exists(file + companion)) rename((file + companion).c_str(), (aside + companion).c_str());
+  }
+  return true;
+}
 
 SourceStamp StampOf(const std::string& file) {
   return {StampOfFile(file), StampOfFile(file + "-wal"), Exists(file + "-shm")};

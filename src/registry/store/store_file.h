@@ -33,6 +33,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace cadtools::registry::store {
 
@@ -85,6 +86,14 @@ struct OpenOutcome {
 // still in place, unless another process did so already.
 OpenOutcome OpenStoreFile(const StoreLocation& where, Database& db, const FileIdentity* damaged,
                           const std::string& reason);
+
+// A name to keep a file under beside itself, "<file>.<why>-YYYYMMDD-HHMMSS"
+// with "-N" added when that is taken.
+//   AsideName("/s/user.db", "damaged")   // "/s/user.db.damaged-20260121-093000"
+std::string AsideName(const std::string& file, std::string_view why);
+// Renames file to aside with its -wal, -shm and -journal; false when the
+// file itself stays (errno says why).
+bool MoveWithCompanions(const std::string& file, const std::string& aside);
 
 // Writes "cadtools: <line>" and a newline to stderr in one piece.
 void Report(const std::string& line) noexcept;

@@ -51,6 +51,12 @@ inline LONG Create(HKEY base, const WStr& path, Key& key, REGSAM access = KEY_AL
                               key.out(), disposition);
 }
 
+// RegCreateKeyExW with options and a class name.
+inline LONG CreateWith(HKEY base, const WStr& path, Key& key, DWORD options, const WCHAR* class_name = nullptr) {
+  return reg::RegCreateKeyExW(base, path.c_str(), 0, const_cast<WCHAR*>(class_name), options, KEY_ALL_ACCESS, nullptr,
+                              key.out(), nullptr);
+}
+
 inline LONG SetBytes(HKEY key, const WCHAR* name, DWORD type, const std::string& bytes) {
   return reg::RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
                              static_cast<DWORD>(bytes.size()));

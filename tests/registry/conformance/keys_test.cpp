@@ -208,4 +208,143 @@ TEST(Hives, LocalMachineKeysReadBackAndDelete) {
   EXPECT_EQ(Open(HKEY_CURRENT_USER, root.scratch().Below(W("Defaults")), user), ERROR_FILE_NOT_FOUND);
 }
 
+TEST(KeyClasses, KeptAndReported) {
+  ScratchRoot root("classes");
+  Key k, sub, deep;
+  ASSERT_EQ(CreateWith(root.get(), W("k"), k, REG_OPTION_NON_VOLATILE, W("myclass")), ERROR_SUCCESS);
+  ASSERT_EQ(CreateWith(k.get(), W("sub"), sub, REG_OPTION_NON_VOLATILE, W("subclass12")), ERROR_SUCCESS);
+  ASSERT_EQ(CreateWith(k.get(), W("i\\j"), deep, REG_OPTION_NON_VOLATILE, W("c")), ERROR_SUCCESS);
+  const auto class_of = [](HKEY key) {
+    WCHAR text[32];
+    DWORD length = 32;
+    const LONG result = reg::RegQueryInfoKeyW(key, text, &length, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                              nullptr, nullptr, nullptr, nullptr);
+    return result == ERROR_SUCCESS ? WStr(text, length) : W("<error>");
+  };
+  EXPECT_EQ(class_of(k.get()), W("myclass"));
+  EXPECT_EQ(class_of(deep.get()), W("c"));
+  Key between;
+  ASSERT_EQ(Open(k.get(), W("i"), between), ERROR_SUCCESS);
+  EXPECT_EQ(class_of(between.get()), W("c"));  // keys made on the way get it too
+  // The longest class of the subkeys, below k and below the scratch key.
+  for (const auto& [key, longest] : {std::pair{k.get(), 10u}, std::pair{root.get(), 7u}}) {
+    DWORD max_class = 0;
+    ASSERT_EQ(reg::RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, nullptr, &max_class, nullptr, nullptr,
+                                    nullptr, nullptr, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_EQ(max_class, longest);
+  }
+  // Class buffers of RegQueryInfoKeyW: result, length afterwards, and
+  // whether the buffer was written.
+  const struct {
+    bool buffer, length;
+    DWORD capacity;
+    LONG result;
+    DWORD length_after;
+    bool written;
+  } cases[] = {
+      {true, true, 8, ERROR_SUCCESS, 7, true},
+      {true, true, 7, ERROR_INSUFFICIENT_BUFFER, 7, false},  // no room for the NUL
+      {true, true, 3, ERROR_INSUFFICIENT_BUFFER, 7, false},
+      {false, true, 0, ERROR_SUCCESS, 7, false},
+      {true, false, 0, ERROR_INVALID_PARAMETER, 0, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "capacity " << c.capacity << (c.buffer ? "" : ", no buffer")
+                                      << (c.length ? "" : ", no length"));
+    WCHAR text[16];
+    for (WCHAR& unit : text) unit = 0x5555;
+    DWORD length = c.capacity, subkeys = 99;
+    EXPECT_EQ(reg::RegQueryInfoKeyW(k.get(), c.buffer ? text : nullptr, c.length ? &length : nullptr, nullptr,
+                                    &subkeys, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
+              c.result);
+    if (c.length) {
+      EXPECT_EQ(length, c.length_after);
+    }
+    EXPECT_EQ(text[0] != 0x5555, c.written);
+    if (c.result != ERROR_INVALID_PARAMETER) {
+      EXPECT_EQ(subkeys, 2u);
+    }
+  }
+  // RegEnumKeyExW gives the class with the name; too small a class buffer
+  // leaves both buffers and lengths alone.
+  WCHAR name[16], text[16];
+  DWORD name_length = 16, class_length = 16;
+  ASSERT_EQ(reg::RegEnumKeyExW(k.get(), 1, name, &name_length, nullptr, text, &class_length, nullptr), ERROR_SUCCESS);
+  EXPECT_EQ(WStr(name, name_length), W("sub"));
+  EXPECT_EQ(WStr(text, class_length), W("subclass12"));
+  for (WCHAR& unit : text) unit = 0x5555;
+  name_length = 16;
+  class_length = 3;
+  EXPECT_EQ(reg::RegEnumKeyExW(k.get(), 1, name, &name_length, nullptr, text, &class_length, nullptr),
+            ERROR_MORE_DATA);
+  EXPECT_EQ(name_length, 16u);
+  EXPECT_EQ(class_length, 3u);
+  EXPECT_EQ(text[0], 0x5555);
+  class_length = 0;
+  ASSERT_EQ(reg::RegEnumKeyExW(k.get(), 1, name, &name_length, nullptr, nullptr, &class_length, nullptr),
+            ERROR_SUCCESS);
+  EXPECT_EQ(class_length, 10u);
+}
+
+TEST(KeyOptions, VolatileKeysTakeOnlyVolatileChildren) {
+  ScratchRoot root("volatile");
+  const struct {
+    const WCHAR* path;
+    DWORD options;
+    LONG result;
+  } steps[] = {
+      {W("v"), REG_OPTION_VOLATILE, ERROR_SUCCESS},
+      {W("v\\kept"), REG_OPTION_NON_VOLATILE, ERROR_CHILD_MUST_BE_VOLATILE},
+      {W("v\\a\\b"), REG_OPTION_NON_VOLATILE, ERROR_CHILD_MUST_BE_VOLATILE},
+      {W("v\\vv"), REG_OPTION_VOLATILE, ERROR_SUCCESS},
+      {W("v\\vv"), REG_OPTION_NON_VOLATILE, ERROR_SUCCESS},  // it exists: opened
+      {W("w\\x\\y"), REG_OPTION_VOLATILE, ERROR_SUCCESS},    // every key made is volatile
+      {W("w\\x\\z"), REG_OPTION_NON_VOLATILE, ERROR_CHILD_MUST_BE_VOLATILE},
+      {W("w"), REG_OPTION_NON_VOLATILE, ERROR_SUCCESS},
+      {W("kept\\v"), REG_OPTION_VOLATILE, ERROR_SUCCESS},    // a volatile key below a kept one
+  };
+  for (const auto& step : steps) {
+    SCOPED_TRACE(::testing::Message() << "step #" << (&step - steps));
+    Key key;
+    EXPECT_EQ(CreateWith(root.get(), step.path, key, step.options), step.result);
+    EXPECT_EQ(key.get() == nullptr, step.result != ERROR_SUCCESS);
+  }
+  Key probe;
+  EXPECT_EQ(Open(root.get(), W("v\\a"), probe), ERROR_FILE_NOT_FOUND);  // a refusal makes nothing
+  ASSERT_EQ(Open(root.get(), W("v\\vv"), probe, KEY_ALL_ACCESS), ERROR_SUCCESS);
+  ASSERT_EQ(SetBytes(probe.get(), W("x"), REG_BINARY, "1"), ERROR_SUCCESS);
+  EXPECT_EQ(Query(probe.get(), W("x")).bytes, "1");
+}
+
+TEST(Handles, PredefinedHandlesCountByTheirLow32Bits) {
+  ScratchRoot root("low-bits");
+  std::vector<HKEY> spellings = {reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(0x80000001u))};
+  if constexpr (sizeof(ULONG_PTR) == 8) {
+    spellings.push_back(reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(0x1234567880000001ull)));
+  }
+  for (const HKEY current_user : spellings) {
+    Key key;
+    EXPECT_EQ(Open(current_user, root.scratch().path(), key), ERROR_SUCCESS);
+    EXPECT_EQ(reg::RegCloseKey(current_user), ERROR_SUCCESS);
+  }
+}
+
+TEST(Hives, TheCurrentUsersSidBelowHkeyUsersIsTheUsersHive) {
+  ScratchRoot root("users");
+  ASSERT_EQ(SetBytes(root.get(), W("v"), REG_BINARY, "u"), ERROR_SUCCESS);
+  const WStr sid = OwnSid();
+  ASSERT_FALSE(sid.empty());
+  Key key;
+  ASSERT_EQ(Open(HKEY_USERS, sid + W("\\") + root.scratch().path(), key), ERROR_SUCCESS);
+  EXPECT_EQ(Query(key.get(), W("v")).bytes, "u");
+  bool listed = false;
+  for (DWORD i = 0;; ++i) {
+    const Listed sub = SubkeyAt(HKEY_USERS, i);
+    if (sub.result != ERROR_SUCCESS) break;
+    listed = listed || sub.name == sid;
+  }
+  EXPECT_TRUE(listed);
+}
+
 }  // namespace

@@ -163,4 +163,105 @@ TEST(Access, RightsOfTheHandleDecide) {
   }
 }
 
+// Units as the caller has them in memory, followed by units that are no
+// NUL, so that nothing past the array is ever looked at.
+struct Memory {
+  explicit Memory(std::u16string_view units) {
+    for (WCHAR& unit : buffer) unit = 0xFFFF;
+    std::copy(units.begin(), units.end(), buffer);
+  }
+  const BYTE* bytes() const { return reinterpret_cast<const BYTE*>(buffer); }
+  WCHAR buffer[16];
+};
+
+// A literal with its embedded NULs (not its own terminator).
+template <std::size_t N>
+constexpr std::u16string_view Units(const char16_t (&literal)[N]) {
+  return {literal, N - 1};
+}
+
+TEST(Values, StringDataWithoutItsTerminator) {
+  ScratchRoot root("terminators");
+  const struct {
+    DWORD type;
+    std::u16string_view memory;
+    DWORD size;
+    std::size_t stored;  // bytes
+  } cases[] = {
+      {REG_SZ, Units(u"ab\0"), 4, 6},  // the NUL after the data goes with it
+      {REG_EXPAND_SZ, Units(u"ab\0"), 4, 6},
+      {REG_MULTI_SZ, Units(u"a\0b\0"), 6, 8},
+      {REG_SZ, Units(u"abcd"), 4, 4},  // no NUL after it
+      {REG_SZ, Units(u"ab\0\0"), 6, 6},  // counted already
+      {REG_BINARY, Units(u"ab\0"), 4, 4},  // not string data
+      {REG_DWORD, Units(u"ab\0"), 4, 4},
+      {REG_SZ, Units(u"\0"), 0, 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "case #" << (&c - cases));
+    const Memory memory(c.memory);
+    ASSERT_EQ(reg::RegSetValueExW(root.get(), W("v"), 0, c.type, memory.bytes(), c.size), ERROR_SUCCESS);
+    EXPECT_EQ(Query(root.get(), W("v")).bytes, std::string(reinterpret_cast<const char*>(memory.bytes()), c.stored));
+  }
+}
+
+TEST(Values, UnterminatedStringsGetANulWhereTheBufferHasRoom) {
+  ScratchRoot root("appended-nul");
+  // "ab" stored without a terminator, as string data and as binary data.
+  const struct {
+    DWORD type;
+    DWORD capacity;
+    bool appended;
+  } cases[] = {
+      {REG_SZ, 4, false},     {REG_SZ, 5, false},        {REG_SZ, 6, true},      {REG_EXPAND_SZ, 8, true},
+      {REG_MULTI_SZ, 6, true}, {REG_BINARY, 6, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "type " << c.type << ", capacity " << c.capacity);
+    Key key;
+    ASSERT_EQ(Create(root.get(), W("k"), key), ERROR_SUCCESS);
+    ASSERT_EQ(reg::RegSetValueExW(key.get(), W("v"), 0, c.type, Memory(Units(u"abcd")).bytes(), 4), ERROR_SUCCESS);
+    for (const bool listing : {false, true}) {
+      BYTE data[8];
+      std::memset(data, 'Z', sizeof data);
+      WCHAR name[4];
+      DWORD size = c.capacity, length = 4;
+      EXPECT_EQ(listing ? reg::RegEnumValueW(key.get(), 0, name, &length, nullptr, nullptr, data, &size)
+                        : reg::RegQueryValueExW(key.get(), W("v"), nullptr, nullptr, data, &size),
+                ERROR_SUCCESS);
+      EXPECT_EQ(size, 4u);  // the NUL is not counted
+      EXPECT_EQ(std::string(reinterpret_cast<char*>(data), 6),
+                std::string("a\0b\0", 4) + (c.appended ? std::string(2, '\0') : std::string("ZZ")));
+    }
+    ASSERT_EQ(reg::SHDeleteKeyW(root.get(), W("k")), ERROR_SUCCESS);
+  }
+}
+
+TEST(Values, QueriesAsWindowsAnswersThem) {
+  ScratchRoot root("query-answers");
+  ASSERT_EQ(SetBytes(root.get(), W("v"), REG_BINARY, "abc"), ERROR_SUCCESS);
+  // A missing value: size 0, the type left alone.
+  DWORD type = 77, size = 77;
+  EXPECT_EQ(reg::RegQueryValueExW(root.get(), W("missing"), nullptr, &type, nullptr, &size), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(size, 0u);
+  EXPECT_EQ(type, 77u);
+  // Type and size in one variable: the capacity is read first, the size
+  // written last.
+  BYTE data[8];
+  DWORD both = sizeof data;
+  EXPECT_EQ(reg::RegQueryValueExW(root.get(), W("v"), nullptr, &both, data, &both), ERROR_SUCCESS);
+  EXPECT_EQ(both, 3u);
+  EXPECT_EQ(std::memcmp(data, "abc", 3), 0);
+  WCHAR name[4];
+  DWORD length = 4;
+  both = sizeof data;
+  EXPECT_EQ(reg::RegEnumValueW(root.get(), 0, name, &length, nullptr, &both, data, &both), ERROR_SUCCESS);
+  EXPECT_EQ(both, 3u);
+  // Data that cannot be read: a small number cast to a pointer.
+  const auto* unreadable = reinterpret_cast<const BYTE*>(std::uintptr_t{1});
+  EXPECT_EQ(reg::RegSetValueExW(root.get(), W("p"), 0, REG_BINARY, unreadable, 4), ERROR_NOACCESS);
+  EXPECT_EQ(reg::RegSetValueExW(root.get(), W("p"), 0, REG_BINARY, unreadable, 0), ERROR_NOACCESS);
+  EXPECT_EQ(Query(root.get(), W("p")).result, ERROR_FILE_NOT_FOUND);
+}
+
 }  // namespace

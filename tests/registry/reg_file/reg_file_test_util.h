@@ -25,6 +25,20 @@ inline std::vector<BYTE> Bytes(std::initializer_list<int> values) {
   return bytes;
 }
 
+inline const char* ShortHiveName(RegHive hive) {
+  switch (hive) {
+    case RegHive::kLocalMachine:
+      return "HKLM";
+    case RegHive::kClassesRoot:
+      return "HKCR";
+    case RegHive::kUsers:
+      return "HKU";
+    case RegHive::kCurrentUser:
+      break;
+  }
+  return "HKCU";
+}
+
 // Entries as one line: [HKCU\path] name=TYPE:xx,xx -name [-HKLM\path].
 // Names are shown unit by unit, non-ASCII as <hex>.
 inline std::string Describe(const RegKeys& keys) {
@@ -40,7 +54,7 @@ inline std::string Describe(const RegKeys& keys) {
   std::string text;
   for (const RegKeyEntry& key : keys) {
     text += text.empty() ? "" : " ";
-    text += std::string(key.remove ? "[-" : "[") + (key.hive == RegHive::kCurrentUser ? "HKCU" : "HKLM") +
+    text += std::string(key.remove ? "[-" : "[") + ShortHiveName(key.hive) +
             (key.path.empty() ? "" : "\\") + name(key.path) + "]";
     for (const RegValueEntry& value : key.values) {
       text += " " + std::string(value.remove ? "-" : "") + (value.name.empty() ? "@" : name(value.name));

@@ -53,23 +53,43 @@ TEST(ParseRegFile, ReadsEveryLineForm) {
             "[HKCU\\K] m=7:61,00,00,00,e9,00,00,00,00,00 b=3:61,00");
 }
 
+// The same file in each encoding a user brings: what the registry editor
+// writes, UTF-8 from an editor, and ANSI (code page 1252 here) from
+// REGEDIT4 files made on Windows, where "café" must arrive as it left.
+TEST(ParseRegFile, ReadsEveryEncoding) {
+  const std::string body = "[HKCU\\Caf\xC3\xA9]\r\n\"a\"=\"caf\xC3\xA9\"\r\n";
+  const std::string want = "[HKCU\\Caf<e9>] a=1:63,00,61,00,66,00,e9,00,00,00";
+  const std::string ansi = "[HKCU\\Caf\xE9]\r\n\"a\"=\"caf\xE9\"\r\n";
+  const std::pair<std::string, std::string> cases[] = {
+      {Utf16File(std::string(kHead) + body), want},
+      {"\xEF\xBB\xBF" + std::string(kHead) + body, want},
+      {std::string(kHead) + body, want},
+      {"REGEDIT4\r\n\r\n" + body, want},
+      {"REGEDIT4\r\n\r\n" + ansi, want},
+      {std::string(kHead) + ansi, want},
+      // 8-bit string data of REGEDIT4 files, by the same rule.
+      {"REGEDIT4\r\n[HKCU\\K]\r\n\"e\"=hex(2):63,61,66,e9,00\r\n", "[HKCU\\K] e=2:63,00,61,00,66,00,e9,00,00,00"},
+      {"REGEDIT4\r\n[HKCU\\K]\r\n\"e\"=hex(2):63,c3,a9,00\r\n", "[HKCU\\K] e=2:63,00,e9,00,00,00"},
+  };
+  for (std::size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(Parsed(cases[i].first), cases[i].second) << "case #" << i;
+}
+
 TEST(ParseRegFile, NamesTheLineOfTheFirstFault) {
   const std::pair<std::string, std::string> cases[] = {
       {"", "error 1: empty file"},
       {"Windows Registry Editor Version 4.00\n", "error 1: not a registry file"},
       {"\xFE\xFFxx", "error 1: UTF-16 big-endian"},
-      {"REGEDIT4\n[HKCU\\K]\n\"a\"=\"\xC3\"", "error 3: the file is neither"},
-      {"REGEDIT4\n[HKCU\\K]\n\"a\"=hex(1):c3,00", "error 3: 8-bit string data"},
+      {"\xEF\xBB\xBFREGEDIT4\n[HKCU\\K]\n\"a\"=\"\xC3\"", "error 3: the file has a UTF-8 byte order mark"},
       {"REGEDIT4\n\"a\"=\"b\"", "error 2: value line before the first [KEY]"},
       {"REGEDIT4\n[HKCU\\K\n", "error 2: key line without a closing ']'"},
       {"REGEDIT4\n[HKCU\\K] x", "error 2: text after the key's closing ']'"},
-      {"REGEDIT4\n[HKEY_USERS\\K]", "error 2: hive HKEY_USERS is not supported"},
+      {"REGEDIT4\n[HKEY_CURRENT_CONFIG\\K]", "error 2: hive HKEY_CURRENT_CONFIG is not supported"},
+      {"REGEDIT4\n[-HKU\\S-1-5-21-1]", "error 2: refusing to delete a user's whole hive"},
       {"REGEDIT4\n[HKEY_FOO\\K]", "error 2: unknown hive 'HKEY_FOO'"},
       {"REGEDIT4\n[-HKCU]", "error 2: refusing to delete a whole hive"},
       {"REGEDIT4\n[HKCU\\a\\\\b]", "error 2: empty key name"},
-      {"REGEDIT4\n[HKCU\\a\\]", "error 2: empty key name"},
+      {"REGEDIT4\n[HKCU\\\\a]", "error 2: empty key name"},
       {"REGEDIT4\n[HKCU\\" + std::string(256, 'k') + "]", "error 2: key name of 256 characters"},
-      {"REGEDIT4\n[-HKCU\\K]\n\"a\"=-", "error 3: value line under a key being deleted"},
       {"REGEDIT4\n[HKCU\\K]\n\"a\"\"b\"", "error 3: expected '='"},
       {"REGEDIT4\n[HKCU\\K]\n\"a\"=\"b\" c", "error 3: unexpected text after the closing quote"},
       {"REGEDIT4\n[HKCU\\K]\n\"a\"=\"b", "error 3: string without its closing quote"},
@@ -86,8 +106,9 @@ TEST(ParseRegFile, NamesTheLineOfTheFirstFault) {
       {"REGEDIT4\n[HKCU\\K]\n\"a\"=hex:01,\\", "error 3: the hex data goes on past the end of the file"},
       {"REGEDIT4\n[HKCU\\K]\n\"a\"=sz:x", "error 3: unknown value data 'sz:x'"},
       {"REGEDIT4\n[HKCU\\K]\nname=1", "error 3: expected [KEY], a value line"},
-      {"REGEDIT4\n[HKCU\\K]\n\"a\r\"=-\r\n", "error 3: carriage return inside a line"},
-      {std::string("REGEDIT4\n[HKCU\\K]\n\"a") + '\0' + "\"=-", "error 3: NUL character"},
+      {"REGEDIT4\n[HKCU\\K]\n\"a\r\"=-\r\n", "error 3: value name without its closing quote"},
+      {"REGEDIT4\n[HKCU\\K]\n\"a\"=\"b\" ;\n\"c\"=dword:1 2", "error 4: dword: needs 1 to 8 hex digits"},
+      {"REGEDIT4\r[HKCU\\K]\r\"a\"=hex:01,\\\r;\r\r  zz", "error 6: expected a hex byte"},      {std::string("REGEDIT4\n[HKCU\\K]\n\"a") + '\0' + "\"=-", "error 3: NUL character"},
   };
   for (const auto& [text, want] : cases) {
     const std::string got = Parsed(text);

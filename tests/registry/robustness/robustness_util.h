@@ -107,20 +107,23 @@ class Child {
   pid_t pid_ = -1;
 };
 
-// PRAGMA integrity_check of a store file, opened with SQLite directly.
-inline std::string IntegrityOf(const std::string& file) {
+// The first column of the first row of sql on a store file, opened with
+// SQLite directly, as text; SQLite's message when there is none.
+inline std::string FirstColumn(const std::string& file, const char* sql) {
   sqlite3* db = nullptr;
   sqlite3_stmt* stmt = nullptr;
   std::string verdict = "cannot open";
   if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK) {
-    const bool row = sqlite3_prepare_v2(db, "PRAGMA integrity_check", -1, &stmt, nullptr) == SQLITE_OK &&
-                     sqlite3_step(stmt) == SQLITE_ROW;
+    const bool row = sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr) == SQLITE_OK && sqlite3_step(stmt) == SQLITE_ROW;
     verdict = row ? reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)) : sqlite3_errmsg(db);
   }
   sqlite3_finalize(stmt);
   sqlite3_close(db);
   return verdict;
 }
+
+// PRAGMA integrity_check of a store file.
+inline std::string IntegrityOf(const std::string& file) { return FirstColumn(file, "PRAGMA integrity_check"); }
 
 // The "name data" lines of a log; a line cut short by a kill (no newline)
 // does not count.
@@ -149,12 +152,12 @@ inline LONG WriteValue(const std::string& key_path, const std::string& name, con
 }
 
 // The data of a value as a typed value reads it; "<code>" on failure.
-inline std::string ValueOf(const std::string& key_path, const std::string& name) {
+inline std::string ValueOf(const std::string& key_path, const std::string& name, HKEY hive = HKEY_CURRENT_USER) {
   const std::u16string key_name(key_path.begin(), key_path.end()), value_name(name.begin(), name.end());
   HKEY key = nullptr;
   char data[256];
   DWORD size = sizeof data;
-  LONG result = reg::RegOpenKeyExW(HKEY_CURRENT_USER, key_name.c_str(), 0, KEY_READ, &key);
+  LONG result = reg::RegOpenKeyExW(hive, key_name.c_str(), 0, KEY_READ, &key);
   if (result == ERROR_SUCCESS) {
     result = reg::RegQueryValueExW(key, value_name.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(data), &size);
     reg::RegCloseKey(key);

@@ -7,6 +7,9 @@
 //   store_child read KEY NAME             prints the result code (and the data)
 //   store_child write-read KEY NAME DATA  prints the codes of a write and a read back
 //   store_child delete KEY                prints the code of deleting the key
+//   store_child import FILE               imports a .reg file; prints the result code
+//   store_child import-cut FILE           the same, ending itself as soon as the first store committed
+#include <cadtools/registry/reg_file.h>
 #include <cadtools/registry/registry_api.h>
 
 #include <fcntl.h>
@@ -15,7 +18,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <sstream>
 #include <string>
+
+#include "registry/store/batch.h"
 
 namespace {
 
@@ -94,6 +101,17 @@ int Mix(const Log& log, const std::string& key_path, const std::string& id, long
   return 0;
 }
 
+int Import(const char* file) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(file, std::ios::binary).rdbuf();
+  const reg::RegParseResult parsed = reg::ParseRegFile(bytes.str());
+  if (parsed.error) return 5;
+  std::printf("importing\n");  // the test tells kills in the import from kills before it
+  std::fflush(stdout);
+  std::printf("%ld\n", static_cast<long>(reg::ApplyRegFile(parsed.keys).status));
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -121,6 +139,12 @@ int main(int argc, char** argv) {
     std::printf("%ld\n", static_cast<long>(reg::SHDeleteKeyW(HKEY_CURRENT_USER, Wide(argv[2]).c_str())));
     return 0;
   }
-  std::fprintf(stderr, "usage: store_child write|mix|read|write-read|delete ...\n");
+  if (mode == "import" && argc == 3) return Import(argv[2]);
+  if (mode == "import-cut" && argc == 3) {
+    // Dies like a killed process: no exit handlers, nothing flushed.
+    cadtools::registry::store::SetAfterCommitForTests([](int) { _exit(9); });
+    return Import(argv[2]);
+  }
+  std::fprintf(stderr, "usage: store_child write|mix|read|write-read|delete|import|import-cut ...\n");
   return 2;
 }
